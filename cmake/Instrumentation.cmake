@@ -1,0 +1,16 @@
+# Sanitizers and coverage hold for every target, so that no library is left out by mistake.
+if(BRENVALE_SANITIZE)
+  add_compile_options(-fsanitize=${BRENVALE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${BRENVALE_SANITIZE})
+  if(BRENVALE_SANITIZE MATCHES "thread")
+    # GCC 12 warns wherever the link library uses fences, which the thread sanitizer does not model.
+    add_compile_options(-Wno-tsan)
+  endif()
+endif()
+if(BRENVALE_COVERAGE)
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
