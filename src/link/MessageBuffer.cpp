@@ -1,0 +1,36 @@
+#include "link/MessageBuffer.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace brenvale {
+
+void MessageBuffer::append(std::string_view text) {
+    if (!text.empty()) {
+        std::memcpy(prepare(text.size()).data(), text.data(), text.size());
+        commit(text.size());
+    }
+}
+
+MessageBuffer::mutable_buffers_type MessageBuffer::prepare(std::size_t count) {
+    if (count > capacity_ - size_) {
+        const auto capacity = std::max(size_ + count, 2 * size_);
+        auto bytes = std::make_unique_for_overwrite<char[]>(capacity + padding);
+        if (size_ > 0) {
+            std::memcpy(bytes.get(), bytes_.get(), size_);
+        }
+        bytes_ = std::move(bytes);
+        capacity_ = capacity;
+    }
+    return {bytes_.get() + size_, count};
+}
+
+void MessageBuffer::consume(std::size_t count) {
+    count = std::min(count, size_);
+    size_ -= count;
+    if (size_ > 0) {
+        std::memmove(bytes_.get(), bytes_.get() + count, size_);
+    }
+}
+
+} // namespace brenvale

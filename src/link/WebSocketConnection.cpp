@@ -1,0 +1,242 @@
+#include "link/WebSocketConnection.h"
+
+#include "link/Handshake.h"
+
+#include <boost/asio/post.hpp>
+#include <boost/asio/read_until.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/websocket/rfc6455.hpp>
+
+#include <netinet/tcp.h>
+
+namespace brenvale {
+
+using namespace std::chrono_literals;
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = beast::http;
+namespace websocket = beast::websocket;
+using boost::system::error_code;
+
+namespace {
+
+constexpr auto handshakeLimit = 30s;
+constexpr std::size_t maxRequestSize = 8192;
+constexpr std::size_t stackRequestSize = 1536;
+constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
+constexpr std::string_view refusal =
+    "HTTP/1.1 403 Forbidden\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
+
+using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
+using KeepAliveInterval = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPINTVL>;
+using KeepAliveCount = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPCNT>;
+using UserTimeout = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_USER_TIMEOUT>;
+
+/// A dead peer is noticed after about two minutes, with data on the way as without: the probes alone do not
+/// run while data waits for an acknowledgement, and the time limit alone does not run while none does.
+void watchForDeadPeer(asio::ip::tcp::socket& socket) {
+    error_code ignored;
+    socket.set_option(asio::socket_base::keep_alive(true), ignored);
+    socket.set_option(KeepAliveIdle(60), ignored);
+    socket.set_option(KeepAliveInterval(15), ignored);
+    socket.set_option(KeepAliveCount(4), ignored);
+    socket.set_option(UserTimeout(120 * 1000), ignored);
+}
+
+/// The peer's address; one of IPv4 that came over the IPv6 socket is shown as plain IPv4.
+Endpoint endpointOf(const asio::ip::tcp::socket& socket) {
+    error_code error;
+    const auto remote = socket.remote_endpoint(error);
+    if (error) {
+        return {.text = "(unknown)", .host = {}};
+    }
+    auto address = remote.address();
+    if (address.is_v6() && address.to_v6().is_v4_mapped()) {
+        address = asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6());
+    }
+    const auto host = QByteArray::fromStdString(address.to_string());
+    const auto shown = address.is_v6() ? "[" + host + "]" : host;
+    return {.text = shown + ":" + QByteArray::number(remote.port()), .host = QString::fromUtf8(host)};
+}
+
+QByteArray describe(const error_code& error) {
+    if (error == websocket::error::message_too_big) {
+        return "message too big";
+    }
+    return QByteArray::fromStdString(error.message());
+}
+
+bool isForeign(const http::request<http::empty_body>& request) {
+    const auto origins = request.equal_range(http::field::origin);
+    return std::any_of(origins.first, origins.second, [&request](const auto& field) {
+        return isForeignWebOrigin(field.value(), request[http::field::host]);
+    });
+}
+
+} // namespace
+
+WebSocketConnection::WebSocketConnection(asio::ip::tcp::socket&& socket)
+    : stream_(std::move(socket)),
+      endpoint_(endpointOf(stream_.next_layer())),
+      handshakeDeadline_(stream_.get_executor()) {
+    error_code ignored;
+    stream_.next_layer().set_option(asio::ip::tcp::no_delay(true), ignored);
+    watchForDeadPeer(stream_.next_layer());
+    stream_.read_message_max(maxMessageSize);
+    stream_.auto_fragment(false);
+    stream_.text(true);
+}
+
+void WebSocketConnection::start() {
+    asio::post(stream_.get_executor(), [self = shared_from_this()] {
+        if (!self->isEnded_) {
+            self->stateUpdateHandler({State::preparing, {}});
+            self->readRequest();
+        }
+    });
+}
+
+void WebSocketConnection::readRequest() {
+    handshakeDeadline_.expires_after(handshakeLimit);
+    handshakeDeadline_.async_wait([self = shared_from_this()](const error_code& error) {
+        if (!error && !self->isOpen_) {
+            self->end(State::failed, "handshake timed out");
+        }
+    });
+    asio::async_read_until(stream_.next_layer(), asio::dynamic_buffer(request_, maxRequestSize), "\r\n\r\n",
+                           [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
+                               if (error) {
+                                   self->end(State::failed, describe(error));
+                               } else {
+                                   self->answerRequest();
+                               }
+                           });
+}
+
+void WebSocketConnection::answerRequest() {
+    if (isEnded_) {
+        return;
+    }
+    http::request_parser<http::empty_body> parser;
+    error_code error;
+    parser.put(asio::buffer(request_), error);
+    if (isForeign(parser.get())) {
+        refuse();
+        return;
+    }
+    auto accepted = [self = shared_from_this()](const error_code& failure) {
+        if (failure) {
+            self->end(State::failed, describe(failure));
+        } else {
+            self->opened();
+        }
+    };
+    // The stack judges the request. Given the bytes it also keeps what follows them, but has little room for
+    // them.
+    if (request_.size() <= stackRequestSize) {
+        stream_.async_accept(asio::buffer(request_), std::move(accepted));
+    } else {
+        stream_.async_accept(parser.get(), std::move(accepted));
+    }
+}
+
+void WebSocketConnection::refuse() {
+    asio::async_write(stream_.next_layer(), asio::buffer(refusal),
+                      [self = shared_from_this()](const error_code& /*error*/, std::size_t /*size*/) {
+                          error_code ignored;
+                          self->stream_.next_layer().shutdown(asio::socket_base::shutdown_send, ignored);
+                          self->end(State::failed, "foreign web origin refused");
+                      });
+}
+
+void WebSocketConnection::opened() {
+    if (isEnded_) {
+        return;
+    }
+    isOpen_ = true;
+    handshakeDeadline_.cancel();
+    request_ = {};
+    stateUpdateHandler({State::ready, {}});
+    writeNext();
+}
+
+void WebSocketConnection::receiveMessage(ReceiveHandler handler) {
+    stream_.async_read(incoming_, [self = shared_from_this(), handler = std::move(handler)](
+                                      const error_code& error, std::size_t /*size*/) mutable {
+        if (self->isEnded_) {
+            return;
+        }
+        if (error) {
+            self->incoming_ = {};
+            handler({.error = describe(error)});
+            self->end(State::failed, describe(error));
+        } else {
+            handler(
+                {.data = std::exchange(self->incoming_, {}), .isWebSocketMessage = true, .isComplete = true});
+        }
+    });
+}
+
+void WebSocketConnection::send(QByteArray text, SendCompletion completion) {
+    outgoing_.push_back({std::move(text), std::move(completion)});
+    if (isEnded_) {
+        asio::post(stream_.get_executor(), [self = shared_from_this()] { self->failPendingSends(); });
+    } else if (isOpen_) {
+        writeNext();
+    }
+}
+
+void WebSocketConnection::writeNext() {
+    if (isWriting_ || outgoing_.empty() || isEnded_) {
+        return;
+    }
+    isWriting_ = true;
+    const auto& text = outgoing_.front().text;
+    stream_.async_write(asio::buffer(text.constData(), static_cast<std::size_t>(text.size())),
+                        [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
+                            self->isWriting_ = false;
+                            auto sent = std::move(self->outgoing_.front());
+                            self->outgoing_.pop_front();
+                            if (sent.completion) {
+                                sent.completion(error ? describe(error) : QByteArray());
+                            }
+                            if (self->isEnded_) {
+                                self->failPendingSends();
+                            } else {
+                                self->writeNext();
+                            }
+                        });
+}
+
+void WebSocketConnection::cancel() {
+    end(State::cancelled, {});
+}
+
+void WebSocketConnection::end(State state, const QByteArray& error) {
+    if (isEnded_) {
+        return;
+    }
+    isEnded_ = true;
+    handshakeDeadline_.cancel();
+    error_code ignored;
+    stream_.next_layer().close(ignored);
+    asio::post(stream_.get_executor(), [self = shared_from_this(), state, error] {
+        self->stateUpdateHandler({state, error});
+        if (!self->isWriting_) {
+            self->failPendingSends();
+        }
+    });
+}
+
+void WebSocketConnection::failPendingSends() {
+    for (auto& pending : std::exchange(outgoing_, {})) {
+        if (pending.completion) {
+            pending.completion("connection is closed");
+        }
+    }
+}
+
+} // namespace brenvale

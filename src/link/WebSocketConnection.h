@@ -1,0 +1,55 @@
+#pragma once
+
+#include "link/LinkSocket.h"
+#include "link/Transport.h"
+
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/websocket/stream.hpp>
+
+#include <deque>
+#include <string>
+
+namespace brenvale {
+
+/// A connection over TCP and WebSocket (RFC 6455, version 13, no extensions). A queue of its own feeds the
+/// socket, so a phone that does not read delays nobody else. A silent peer is given up within about two
+/// minutes by TCP's own means, a handshake that does not come after 30 seconds.
+class WebSocketConnection final : public Connection,
+                                  public std::enable_shared_from_this<WebSocketConnection> {
+public:
+    explicit WebSocketConnection(boost::asio::ip::tcp::socket&& socket);
+
+    [[nodiscard]] const Endpoint& endpoint() const override { return endpoint_; }
+    void start() override;
+    void cancel() override;
+    void receiveMessage(ReceiveHandler handler) override;
+    void send(QByteArray text, SendCompletion completion) override;
+
+private:
+    using Stream = boost::beast::websocket::stream<LinkSocket, false>;
+
+    struct Outgoing {
+        QByteArray text;
+        SendCompletion completion;
+    };
+
+    void readRequest();
+    void answerRequest();
+    void refuse();
+    void opened();
+    void writeNext();
+    void end(State state, const QByteArray& error);
+    void failPendingSends();
+
+    Stream stream_;
+    Endpoint endpoint_;
+    boost::asio::steady_timer handshakeDeadline_;
+    std::string request_; ///< the handshake's bytes
+    MessageBuffer incoming_;
+    std::deque<Outgoing> outgoing_; ///< the head is being written while `isWriting_`
+    bool isOpen_ = false;
+    bool isWriting_ = false;
+    bool isEnded_ = false;
+};
+
+} // namespace brenvale

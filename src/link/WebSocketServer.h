@@ -1,0 +1,122 @@
+#pragma once
+
+#include "link/Transport.h"
+#include "records/CallRecord.h"
+#include "records/IncomingCallInfo.h"
+#include "records/SmsRecord.h"
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace brenvale {
+
+class DispatchQueue;
+class HistoryStore;
+class JsonObject;
+class JsonReader;
+class NotificationManager;
+struct Platform;
+
+/// The one endpoint of the link to the phone: it accepts whoever connects, gathers messages, acts on them,
+/// and sends what the desktop has to say to every connection alike. It authenticates nobody and tells no two
+/// apart.
+///
+/// Two queues, no locks: what is marked "on queue" runs on the serial queue "ws.server", what is marked "on
+/// main" on the main queue. Nothing reaches the store but by a step on main, and the queue never waits for
+/// such a step.
+class WebSocketServer : public std::enable_shared_from_this<WebSocketServer> {
+public:
+    using SmsRecord = brenvale::SmsRecord;
+    using CallRecord = brenvale::CallRecord;
+    using IncomingCallInfo = brenvale::IncomingCallInfo;
+
+    /// The process's instance; setting it is the business of `main`, before anything asks for it.
+    static WebSocketServer& shared();
+    static void setShared(std::shared_ptr<WebSocketServer> server);
+
+    /// All arguments must outlive the server.
+    WebSocketServer(Platform& platform, Transport& transport, DispatchQueue& queue, DispatchQueue& main);
+    ~WebSocketServer();
+    WebSocketServer(const WebSocketServer&) = delete;
+    WebSocketServer& operator=(const WebSocketServer&) = delete;
+
+    /// Where the phone's data goes; writes are skipped while it is gone. Set before `start`, then read on
+    /// main.
+    std::weak_ptr<HistoryStore> historyStore;
+
+    /// Gets the listener's state as a text for people. Set before `start`; called on queue, and on the
+    /// caller's thread where `start` fails at once.
+    std::function<void(const QString&)> onStatusChange;
+
+    // link/WebSocketServer.cpp
+
+    /// The TCP port of the settings, read afresh: 8765 unless the user set one. A port above 65535 is fatal.
+    /// Any thread.
+    [[nodiscard]] quint16 port() const;
+
+    /// Listens on `port`, after dropping whatever listener and connections there are. Returns at once; a
+    /// listener that fails is tried again every 5 seconds. On main.
+    void start();
+
+    /// Drops the listener and all connections. On main.
+    void stop();
+
+    /// Queues one text message (UTF-8) to every connection; without one it vanishes. Any thread, never
+    /// blocks.
+    void send(QByteArray text);
+
+private:
+    using ConnectionPointer = std::shared_ptr<Connection>;
+    using StoreStep = std::move_only_function<void(HistoryStore*)>;
+
+    // link/WebSocketServer.cpp. On queue.
+    void listenerChanged(const Listener::StateReport& report);
+    void accept(const ConnectionPointer& connection);
+    void connectionChanged(const ConnectionPointer& connection, const Connection::StateReport& report);
+    void greet(const ConnectionPointer& connection);
+    void receive(const ConnectionPointer& connection);
+    void received(const ConnectionPointer& connection, Connection::Delivery delivery);
+    void receiveAgain(const ConnectionPointer& connection, std::size_t handledBytes);
+    void remove(const ConnectionPointer& connection);
+    void reportStatus(const QString& status) const;
+    void logOf(const Connection& connection, QByteArrayView before, QByteArrayView after) const;
+
+    // link/InboundDispatch.cpp. On queue.
+    void handle(const MessageBuffer& data);
+    void handleConnected(const JsonObject& json);
+    void handleSmsHistory(const JsonObject& json);
+    void handleCallHistory(const JsonObject& json);
+    void handleSimInfo(const JsonObject& json);
+    void handleDeviceInfo(const JsonObject& json);
+    void handleClipboard(const JsonObject& json);
+    void handleNotification(const JsonObject& json);
+    void setDeviceName(const JsonObject& json);
+
+    // link/WebSocketServer.cpp. Any thread. The only ways from one queue to the other: the server is held
+    // weakly, and the store is looked up inside the step, which always runs and gets null once server or
+    // store is gone.
+    void onMain(StoreStep step);
+    void onQueue(std::move_only_function<void(WebSocketServer&)> step);
+
+    Platform& platform_;
+    Transport& transport_;
+    DispatchQueue& queue_;
+    DispatchQueue& main_;
+    std::shared_ptr<NotificationManager> notificationManager_; ///< shared with steps that outlive the server
+
+    /// Main only, but for the pointee's own calls.
+    std::shared_ptr<Listener> listener_;
+
+    /// Queue only.
+    struct Link {
+        std::vector<ConnectionPointer> connections; ///< in order of acceptance
+        std::unordered_map<const Connection*, MessageBuffer> connectionBuffers;
+        std::unique_ptr<JsonReader> reader;
+        std::size_t messagesAhead = 0; ///< handled since main was last known to have caught up
+        std::size_t bytesAhead = 0;
+    } link_;
+};
+
+} // namespace brenvale

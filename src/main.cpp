@@ -1,0 +1,34 @@
+#include "link/LinkQueue.h"
+#include "link/TcpListener.h"
+#include "link/WebSocketServer.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/DisplayProbe.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/ProcessSetup.h"
+#include "shell/AppDelegate.h"
+
+#include <QGuiApplication>
+
+int main(int argc, char* argv[]) {
+    using namespace brenvale;
+
+    setUpProcess();
+    chooseDisplay();
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("brenvale"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
+    QGuiApplication::setQuitOnLastWindowClosed(
+        AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+
+    MainQueue mainQueue;
+    LinuxPlatform platform(mainQueue);
+    LinkQueue linkQueue; // ends before all that its steps may use
+    TcpTransport transport(linkQueue);
+    WebSocketServer::setShared(
+        std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
+    AppDelegate delegate(WebSocketServer::shared());
+
+    mainQueue.async([&delegate] { delegate.applicationDidFinishLaunching(); });
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <list>
+#include <optional>
+
+namespace brenvale {
+
+/// What was posted lately, by body text: the memory behind the de-duplication of forwarded notifications.
+/// Times are seconds since 1970. One thread.
+class RecentBodies {
+public:
+    static constexpr double dedupWindow = 3.0; ///< seconds up to which a body counts as a repeat
+    static constexpr double retention = 30.0;  ///< seconds for which a body is remembered
+
+    /// The body as repeats are told by it: without Unicode space separators and tabs at its ends. Line breaks
+    /// stay.
+    [[nodiscard]] static QString bodyKey(const QString& body);
+
+    /// The identifier of the last post of this body, if that is less than `dedupWindow` ago.
+    [[nodiscard]] std::optional<QString> repeatedIdentifier(const QString& bodyKey, double now) const;
+
+    /// Remembers a post and forgets those that are older than `retention`.
+    void remember(const QString& bodyKey, const QString& identifier, double now);
+
+    [[nodiscard]] qsizetype size() const { return byBody_.size(); }
+
+private:
+    struct Entry {
+        QString bodyKey;
+        QString identifier;
+        double date;
+    };
+
+    void forgetOld(double now);
+
+    std::list<Entry> entries_; ///< oldest post first
+    QHash<QString, std::list<Entry>::iterator> byBody_;
+};
+
+} // namespace brenvale

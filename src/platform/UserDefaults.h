@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QStringView>
+
+namespace brenvale {
+
+/// The user's settings. Each read is fresh: a change made by another process is seen by the next one. Any
+/// thread.
+class UserDefaults {
+public:
+    virtual ~UserDefaults() = default;
+
+    /// The integer under `key`; 0 where the key is absent or holds no integer.
+    [[nodiscard]] virtual qint64 integer(QStringView key) const = 0;
+};
+
+} // namespace brenvale

@@ -1,0 +1,228 @@
+#include "platform/linux/DBusNotificationCenter.h"
+
+#include "platform/DispatchQueue.h"
+#include "platform/linux/NotificationText.h"
+
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+
+#include <algorithm>
+
+namespace brenvale {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.Notifications");
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+const QString desktopEntry = QStringLiteral("org.brenvale.Brenvale");
+
+/// How many requests may wait for a slow server; beyond that the oldest ones fail.
+constexpr std::size_t maxWaiting = 1000;
+
+/// How many notifications are remembered as being on show, for servers that never tell when one is closed.
+constexpr std::size_t maxShown = 1000;
+
+/// Plasma's refusal to show an exact repeat within a second: the notification is on show already.
+constexpr auto alreadyShownError =
+    QLatin1StringView("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
+
+QDBusMessage methodCall(const QString& method) {
+    return QDBusMessage::createMethodCall(service, path, service, method);
+}
+
+} // namespace
+
+DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main) : main_(main) {
+    auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        return;
+    }
+    bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
+                SLOT(notificationClosed(uint, uint)));
+    auto* watcher = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DBusNotificationCenter::serverChanged);
+}
+
+DBusNotificationCenter::~DBusNotificationCenter() = default;
+
+void DBusNotificationCenter::add(NotificationRequest request, Completion completion) {
+    main_.async([this, show = Show{std::move(request), std::move(completion)}]() mutable {
+        enqueue(std::move(show));
+        takeNext();
+    });
+}
+
+void DBusNotificationCenter::removeDelivered(const QStringList& identifiers) {
+    main_.async([this, identifiers] {
+        for (const auto& identifier : identifiers) {
+            waiting_.emplace_back(Close{identifier});
+        }
+        takeNext();
+    });
+}
+
+void DBusNotificationCenter::removePending(const QStringList& identifiers) {
+    main_.async([this, identifiers] {
+        std::erase_if(waiting_, [&identifiers](Step& step) {
+            auto* show = std::get_if<Show>(&step);
+            if (show == nullptr || !identifiers.contains(show->request.identifier)) {
+                return false;
+            }
+            if (show->completion) {
+                show->completion({});
+            }
+            return true;
+        });
+    });
+}
+
+void DBusNotificationCenter::enqueue(Show show) {
+    if (waiting_.size() >= maxWaiting) {
+        auto* oldest = std::get_if<Show>(&waiting_.front());
+        if (oldest != nullptr && oldest->completion) {
+            oldest->completion(QStringLiteral("too many notifications are waiting"));
+        }
+        waiting_.pop_front();
+    }
+    waiting_.emplace_back(std::move(show));
+}
+
+void DBusNotificationCenter::takeNext() {
+    if (isCalling_ || waiting_.empty()) {
+        return;
+    }
+    if (!capabilities_) {
+        readCapabilities();
+        return;
+    }
+    auto step = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (auto* next = std::get_if<Show>(&step)) {
+        show(std::move(*next));
+    } else {
+        close(std::get<Close>(step));
+    }
+}
+
+void DBusNotificationCenter::readCapabilities() {
+    call(methodCall(QStringLiteral("GetCapabilities")), [this](const QDBusMessage& answer) {
+        // A server that does not tell has none; one that is not there answers the request itself with its
+        // error.
+        const auto list = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()
+                              ? answer.arguments().constFirst().toStringList()
+                              : QStringList();
+        capabilities_ = QSet<QString>(list.begin(), list.end());
+    });
+}
+
+QDBusMessage DBusNotificationCenter::notifyCall(const NotificationRequest& request) const {
+    const auto& content = request.content;
+    QVariantMap hints{{QStringLiteral("desktop-entry"), desktopEntry}};
+    if (content.hasDefaultSound) {
+        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
+    } else {
+        hints.insert(QStringLiteral("suppress-sound"), true);
+    }
+    if (!content.threadIdentifier.isEmpty()) {
+        hints.insert(QStringLiteral("x-kde-origin-name"), content.threadIdentifier);
+    }
+    const bool hasMarkup = capabilities_->contains(QStringLiteral("body-markup"));
+    auto message = methodCall(QStringLiteral("Notify"));
+    message << QStringLiteral("Brenvale") << shown_.serverId(request.identifier) << QStringLiteral("phone")
+            << notificationSummary(content) << notificationBody(content, hasMarkup) << QStringList() << hints
+            << -1;
+    return message;
+}
+
+void DBusNotificationCenter::show(Show show) {
+    const auto message = notifyCall(show.request);
+    call(message,
+         [this, generation = generation_, show = std::move(show)](const QDBusMessage& answer) mutable {
+             showAnswered(std::move(show), generation, answer);
+         });
+}
+
+void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBusMessage& answer) {
+    if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
+        shown_.insert(show.request.identifier, answer.arguments().constFirst().toUInt());
+    } else if (generation != generation_ && !show.isSecondTry) {
+        // The server went away while it had the request; the one that follows it gets it again.
+        show.isSecondTry = true;
+        waiting_.emplace_front(std::move(show));
+        return;
+    } else if (answer.errorName() != alreadyShownError) {
+        if (show.completion) {
+            show.completion(answer.errorMessage());
+        }
+        return;
+    }
+    if (show.completion) {
+        show.completion({});
+    }
+}
+
+void DBusNotificationCenter::close(const Close& close) {
+    const auto serverId = shown_.serverId(close.identifier);
+    if (serverId == 0) {
+        takeNext();
+        return;
+    }
+    shown_.remove(serverId);
+    auto message = methodCall(QStringLiteral("CloseNotification"));
+    message << serverId;
+    call(message, [](const QDBusMessage&) {}); // a notification that is gone already is no error
+}
+
+void DBusNotificationCenter::call(const QDBusMessage& message,
+                                  std::move_only_function<void(const QDBusMessage&)> answered) {
+    isCalling_ = true;
+    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, answered = std::make_shared<decltype(answered)>(std::move(answered))](
+                QDBusPendingCallWatcher* finished) {
+                isCalling_ = false;
+                finished->deleteLater();
+                (*answered)(finished->reply());
+                takeNext();
+            });
+}
+
+void DBusNotificationCenter::notificationClosed(uint serverId, uint /*reason*/) {
+    shown_.remove(serverId);
+}
+
+void DBusNotificationCenter::serverChanged() {
+    ++generation_;
+    capabilities_.reset();
+    shown_.clear();
+}
+
+void DBusNotificationCenter::Shown::insert(const QString& identifier, uint serverId) {
+    remove(serverIds_.value(identifier));
+    remove(serverId); // a server may use a number again
+    serverIds_.insert(identifier, serverId);
+    identifiers_.insert(serverId, identifier);
+    order_.push_back(serverId);
+    if (order_.size() > maxShown) {
+        remove(order_.front());
+    }
+}
+
+void DBusNotificationCenter::Shown::remove(uint serverId) {
+    if (const auto found = identifiers_.find(serverId); found != identifiers_.end()) {
+        serverIds_.remove(*found);
+        identifiers_.erase(found);
+        std::erase(order_, serverId);
+    }
+}
+
+void DBusNotificationCenter::Shown::clear() {
+    serverIds_.clear();
+    identifiers_.clear();
+    order_.clear();
+}
+
+} // namespace brenvale

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/UserNotificationCenter.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+
+#include <deque>
+#include <list>
+#include <optional>
+#include <variant>
+
+class QDBusMessage;
+class QDBusPendingCallWatcher;
+
+namespace brenvale {
+
+class DispatchQueue;
+
+/// Desktop notifications through org.freedesktop.Notifications on the session bus (Desktop Notifications
+/// Specification 1.2). One call is under way at a time and the others wait for its answer: only then is the
+/// server's number of a notification known, by which a later request replaces or closes it. Without a bus or
+/// a server each request ends in an error. Made on main, where all of its state lives.
+class DBusNotificationCenter final : public QObject, public UserNotificationCenter {
+    Q_OBJECT
+
+public:
+    explicit DBusNotificationCenter(DispatchQueue& main);
+    ~DBusNotificationCenter() override;
+
+    void add(NotificationRequest request, Completion completion) override;
+    void removeDelivered(const QStringList& identifiers) override;
+    void removePending(const QStringList& identifiers) override;
+
+private slots:
+    void notificationClosed(uint serverId, uint reason);
+
+private:
+    struct Show {
+        NotificationRequest request;
+        Completion completion;
+        bool isSecondTry = false;
+    };
+    struct Close {
+        QString identifier;
+    };
+    using Step = std::variant<Show, Close>;
+
+    /// The notifications on show, by request and by the server's number.
+    class Shown {
+    public:
+        [[nodiscard]] uint serverId(const QString& identifier) const { return serverIds_.value(identifier); }
+        void insert(const QString& identifier, uint serverId);
+        void remove(uint serverId);
+        void clear();
+
+    private:
+        QHash<QString, uint> serverIds_;
+        QHash<uint, QString> identifiers_;
+        std::deque<uint> order_; ///< oldest first
+    };
+
+    void enqueue(Show show);
+    void takeNext();
+    void readCapabilities();
+    void show(Show show);
+    void showAnswered(Show show, uint generation, const QDBusMessage& answer);
+    void close(const Close& close);
+    void serverChanged();
+    void call(const QDBusMessage& message, std::move_only_function<void(const QDBusMessage&)> answered);
+    [[nodiscard]] QDBusMessage notifyCall(const NotificationRequest& request) const;
+
+    DispatchQueue& main_;
+    std::deque<Step> waiting_;
+    bool isCalling_ = false;
+    uint generation_ = 0;                       ///< counts the servers that came and went
+    std::optional<QSet<QString>> capabilities_; ///< of the present server, once it has told
+    Shown shown_;
+};
+
+} // namespace brenvale

@@ -1,0 +1,58 @@
+#include "platform/linux/DisplayProbe.h"
+
+#include <QByteArrayList>
+#include <QtGlobal>
+
+#include <cstdarg>
+
+#include <wayland-client-core.h>
+#include <xcb/xcb.h>
+
+namespace brenvale {
+
+namespace {
+
+constexpr auto platformVariable = "QT_QPA_PLATFORM";
+
+void discard(const char* /*format*/, va_list /*arguments*/) {}
+
+bool waylandAnswers() {
+    wl_log_set_handler_client(discard); // that there is no Wayland is nothing to complain about
+    auto* display = wl_display_connect(nullptr);
+    if (display == nullptr) {
+        return false;
+    }
+    wl_display_disconnect(display);
+    return true;
+}
+
+bool x11Answers() {
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        return false;
+    }
+    auto* connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+} // namespace
+
+void chooseDisplay() {
+    QByteArrayList platforms;
+    const auto chosen = qgetenv(platformVariable);
+    const bool isFree = chosen.isEmpty();
+    if ((isFree || chosen.startsWith("wayland")) && waylandAnswers()) {
+        platforms << "wayland";
+    }
+    if ((isFree || chosen.startsWith("xcb")) && x11Answers()) {
+        platforms << "xcb";
+    }
+    if (!isFree && !chosen.startsWith("wayland") && !chosen.startsWith("xcb")) {
+        platforms << chosen;
+    }
+    platforms << "offscreen";
+    qputenv(platformVariable, platforms.join(';'));
+}
+
+} // namespace brenvale

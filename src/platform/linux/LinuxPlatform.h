@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/InternalNotifications.h"
+#include "platform/Platform.h"
+#include "platform/linux/DBusNotificationCenter.h"
+#include "platform/linux/HostnamedComputerName.h"
+#include "platform/linux/QtPasteboard.h"
+#include "platform/linux/SettingsDefaults.h"
+#include "platform/linux/StandardOutputLog.h"
+#include "platform/linux/SystemClock.h"
+
+namespace brenvale {
+
+/// The back ends of a Linux desktop; the only place that chooses them. Made on main after the application
+/// object.
+class LinuxPlatform {
+public:
+    explicit LinuxPlatform(DispatchQueue& main);
+
+    [[nodiscard]] Platform& platform() { return platform_; }
+
+private:
+    SystemClock clock_;
+    HostnamedComputerName computerName_;
+    InternalNotifications internalNotifications_;
+    StandardOutputLog log_;
+    QtPasteboard pasteboard_;
+    SettingsDefaults userDefaults_;
+    DBusNotificationCenter userNotificationCenter_;
+    Platform platform_;
+};
+
+} // namespace brenvale

@@ -1,0 +1,50 @@
+#include "platform/linux/NotificationText.h"
+
+namespace brenvale {
+
+namespace {
+
+constexpr qsizetype longestText = 10'000;
+
+/// Control characters are not allowed in markup, and a message with one of them would be shown raw or not at
+/// all.
+bool isShown(QChar character) {
+    return character >= u' ' || character == u'\n' || character == u'\t';
+}
+
+QString shownText(const QString& text) {
+    auto shown = text.left(longestText);
+    if (!shown.isEmpty() && shown.size() < text.size()) {
+        if (shown.back().isHighSurrogate()) {
+            shown.chop(1);
+        }
+        shown += u'…';
+    }
+    shown.removeIf([](QChar character) { return !isShown(character); });
+    return shown;
+}
+
+QString escaped(QString text) {
+    return text.replace(u'&', QStringLiteral("&amp;"))
+        .replace(u'<', QStringLiteral("&lt;"))
+        .replace(u'>', QStringLiteral("&gt;"));
+}
+
+} // namespace
+
+QString notificationSummary(const NotificationContent& content) {
+    return shownText(content.title);
+}
+
+QString notificationBody(const NotificationContent& content, bool hasMarkup) {
+    auto subtitle = shownText(content.subtitle);
+    auto body = shownText(content.body);
+    if (hasMarkup) {
+        subtitle = subtitle.isEmpty() ? subtitle
+                                      : QStringLiteral("<b>") + escaped(subtitle) + QStringLiteral("</b>");
+        body = escaped(body);
+    }
+    return subtitle.isEmpty() || body.isEmpty() ? subtitle + body : subtitle + u'\n' + body;
+}
+
+} // namespace brenvale

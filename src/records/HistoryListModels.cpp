@@ -1,0 +1,111 @@
+#include "records/HistoryListModels.h"
+
+#include "records/HistoryStore.h"
+
+namespace brenvale {
+
+namespace {
+
+/// A value for QML, undefined where there is none.
+template <typename Value>
+QVariant optionalVariant(const std::optional<Value>& value) {
+    return value ? QVariant(*value) : QVariant();
+}
+
+} // namespace
+
+NotifListModel::NotifListModel(HistoryStore& store)
+    : subscription_(store.items.subscribe([this](const auto& items) { setRecords(items); })) {}
+
+QVariant NotifListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const auto& payload = records()[index.row()];
+    switch (role) {
+    case AppRole:
+        return payload.app;
+    case TitleRole:
+        return payload.title;
+    case BodyRole:
+        return payload.body;
+    case TimeTextRole:
+        return payload.formattedTime();
+    case KeyRole:
+        return optionalVariant(payload.key);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> NotifListModel::roleNames() const {
+    return {{AppRole, "app"},
+            {TitleRole, "title"},
+            {BodyRole, "body"},
+            {TimeTextRole, "timeText"},
+            {KeyRole, "key"}};
+}
+
+FileTransferListModel::FileTransferListModel(HistoryStore& store)
+    : subscription_(store.fileTransfers.subscribe([this](const auto& transfers) { setRecords(transfers); })) {
+}
+
+QVariant FileTransferListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const auto& record = records()[index.row()];
+    switch (role) {
+    case FileNameRole:
+        return record.fileName;
+    case UrlRole:
+        return optionalVariant(record.url);
+    case FileSizeRole:
+        return record.fileSize;
+    case DateRole:
+        return record.date;
+    case IsOutgoingRole:
+        return record.isOutgoing;
+    case ProgressRole:
+        return record.progress;
+    case IsCompletedRole:
+        return record.isCompleted;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> FileTransferListModel::roleNames() const {
+    return {{FileNameRole, "fileName"},      {UrlRole, "url"},
+            {FileSizeRole, "fileSize"},      {DateRole, "date"},
+            {IsOutgoingRole, "isOutgoing"},  {ProgressRole, "progress"},
+            {IsCompletedRole, "isCompleted"}};
+}
+
+bool FileTransferListModel::differ(const FileTransferRecord& shown, const FileTransferRecord& next) const {
+    return shown.progress != next.progress || shown.isCompleted != next.isCompleted || shown.url != next.url;
+}
+
+ClipboardListModel::ClipboardListModel(HistoryStore& store)
+    : subscription_(store.clipboardHistory.subscribe([this](const auto& entries) { setRecords(entries); })) {}
+
+QVariant ClipboardListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const auto& entry = records()[index.row()];
+    switch (role) {
+    case TextRole:
+        return entry.text;
+    case DateRole:
+        return entry.date;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ClipboardListModel::roleNames() const {
+    return {{TextRole, "text"}, {DateRole, "date"}};
+}
+
+} // namespace brenvale

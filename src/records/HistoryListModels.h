@@ -1,0 +1,74 @@
+#pragma once
+
+#include "records/ClipboardRecord.h"
+#include "records/FileTransferRecord.h"
+#include "records/NotifPayload.h"
+#include "records/Published.h"
+#include "records/RecordListModel.h"
+
+namespace brenvale {
+
+class HistoryStore;
+
+/// The three lists of the store as models for views. Each follows its list for as long as it lives and does
+/// not keep the store alive; the store must outlive it. On main.
+class NotifListModel final : public RecordListModel<NotifPayload> {
+    Q_OBJECT
+
+public:
+    enum Role : int { AppRole = Qt::UserRole + 1, TitleRole, BodyRole, TimeTextRole, KeyRole };
+    Q_ENUM(Role)
+
+    explicit NotifListModel(HistoryStore& store);
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    Subscription subscription_;
+};
+
+class FileTransferListModel final : public RecordListModel<FileTransferRecord> {
+    Q_OBJECT
+
+public:
+    enum Role : int {
+        FileNameRole = Qt::UserRole + 1,
+        UrlRole,
+        FileSizeRole,
+        DateRole,
+        IsOutgoingRole,
+        ProgressRole,
+        IsCompletedRole
+    };
+    Q_ENUM(Role)
+
+    explicit FileTransferListModel(HistoryStore& store);
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] bool differ(const FileTransferRecord& shown, const FileTransferRecord& next) const override;
+
+private:
+    Subscription subscription_;
+};
+
+class ClipboardListModel final : public RecordListModel<ClipboardRecord> {
+    Q_OBJECT
+
+public:
+    enum Role : int { TextRole = Qt::UserRole + 1, DateRole };
+    Q_ENUM(Role)
+
+    explicit ClipboardListModel(HistoryStore& store);
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    Subscription subscription_;
+};
+
+} // namespace brenvale
