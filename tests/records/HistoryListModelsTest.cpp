@@ -1,0 +1,121 @@
+#include "records/HistoryListModels.h"
+#include "records/HistoryStore.h"
+
+#include <gmock/gmock.h>
+
+using namespace brenvale;
+using testing::ElementsAre;
+
+namespace {
+
+NotifPayload payload(int number) {
+    return {.id = QUuid::createUuid(), .title = QString::number(number)};
+}
+
+FileTransferRecord transfer(const QString& name) {
+    return {.id = QUuid::createUuid(), .fileName = name};
+}
+
+/// Writes down what a view is told.
+void recordChanges(QAbstractItemModel& model, std::vector<std::string>& changes) {
+    const auto note = [&changes](const char* what, int first, int last) {
+        changes.push_back(std::string(what) + " " + std::to_string(first) + "-" + std::to_string(last));
+    };
+    QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model,
+                     [note](const QModelIndex&, int first, int last) { note("insert", first, last); });
+    QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
+                     [note](const QModelIndex&, int first, int last) { note("remove", first, last); });
+    QObject::connect(&model, &QAbstractItemModel::dataChanged, &model,
+                     [note](const QModelIndex& first, const QModelIndex& last) {
+                         note("change", first.row(), last.row());
+                     });
+    QObject::connect(&model, &QAbstractItemModel::modelReset, &model,
+                     [&changes] { changes.emplace_back("reset"); });
+}
+
+} // namespace
+
+TEST(NotifListModel, ShowsWhatTheStoreHolds) {
+    HistoryStore store;
+    store.add({.id = QUuid::createUuid(),
+               .app = QStringLiteral("Chat"),
+               .title = QStringLiteral("Ann"),
+               .body = QStringLiteral("Hi"),
+               .time = 0,
+               .key = QStringLiteral("k")});
+    const NotifListModel model(store);
+    ASSERT_EQ(model.rowCount(), 1);
+    const auto row = model.index(0);
+    EXPECT_EQ(row.data(NotifListModel::AppRole), QStringLiteral("Chat"));
+    EXPECT_EQ(row.data(NotifListModel::TitleRole), QStringLiteral("Ann"));
+    EXPECT_EQ(row.data(NotifListModel::BodyRole), QStringLiteral("Hi"));
+    EXPECT_EQ(row.data(NotifListModel::KeyRole), QStringLiteral("k"));
+    EXPECT_FALSE(row.data(NotifListModel::TimeTextRole).toString().isEmpty());
+    EXPECT_EQ(model.roleNames().value(NotifListModel::TimeTextRole), "timeText");
+}
+
+TEST(NotifListModel, ANewNotificationIsOneInsertedRowAndTheOldestOneRemoved) {
+    HistoryStore store;
+    for (int i = 0; i < 100; ++i) {
+        store.add(payload(i));
+    }
+    NotifListModel model(store);
+    std::vector<std::string> changes;
+    recordChanges(model, changes);
+    store.add(payload(100));
+    EXPECT_THAT(changes, ElementsAre("insert 0-0", "remove 100-100"));
+    EXPECT_EQ(model.index(0).data(NotifListModel::TitleRole), QStringLiteral("100"));
+}
+
+TEST(NotifListModel, ClearingRemovesTheRows) {
+    HistoryStore store;
+    store.add(payload(1));
+    store.add(payload(2));
+    NotifListModel model(store);
+    std::vector<std::string> changes;
+    recordChanges(model, changes);
+    store.clear();
+    EXPECT_THAT(changes, ElementsAre("remove 0-1"));
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(NotifListModel, AnInvalidIndexHasNoData) {
+    HistoryStore store;
+    const NotifListModel model(store);
+    EXPECT_FALSE(model.data({}, NotifListModel::AppRole).isValid());
+}
+
+TEST(FileTransferListModel, AnUpdateChangesOneRowAndNothingWhenNothingShows) {
+    HistoryStore store;
+    const auto record = transfer(QStringLiteral("a"));
+    store.addFileTransfer(record);
+    store.addFileTransfer(transfer(QStringLiteral("b")));
+    FileTransferListModel model(store);
+    std::vector<std::string> changes;
+    recordChanges(model, changes);
+    store.updateFileTransfer(record.id, 0.5, false);
+    store.updateFileTransfer(record.id, 0.5, false);
+    EXPECT_THAT(changes, ElementsAre("change 1-1"));
+    EXPECT_EQ(model.index(1).data(FileTransferListModel::ProgressRole), 0.5);
+    EXPECT_FALSE(model.index(1).data(FileTransferListModel::UrlRole).isValid());
+}
+
+TEST(ClipboardListModel, FollowsTheStore) {
+    HistoryStore store;
+    ClipboardListModel model(store);
+    std::vector<std::string> changes;
+    recordChanges(model, changes);
+    store.addClipboard(QStringLiteral("one"));
+    store.addClipboard(QStringLiteral("two"));
+    store.clearClipboard();
+    EXPECT_THAT(changes, ElementsAre("insert 0-0", "insert 0-0", "remove 0-1"));
+}
+
+TEST(ListModels, MayGoBeforeTheStore) {
+    HistoryStore store;
+    {
+        const NotifListModel model(store);
+    }
+    store.add(payload(1));
+    EXPECT_EQ(store.items.get().size(), 1);
+}
