@@ -3,8 +3,12 @@
 #include <QByteArray>
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
+
+#include <locale.h>
 
 namespace brenvale {
 
@@ -12,27 +16,38 @@ namespace {
 
 constexpr std::string_view numberCharacters = "0123456789+-.eE";
 
-/// The number as the parser can take it; empty where it can already, or where it is none.
-std::string_view replacementNumber(std::string_view token, QByteArray& scratch) {
-    const QByteArray number(token.data(), static_cast<qsizetype>(token.size()));
-    const bool isInteger = token.find_first_of(".eE") == std::string_view::npos;
-    bool fits = false;
-    const double value = number.toDouble(&fits);
-    if (!fits && value != 0) {
-        return token.front() == '-' ? "-1.7976931348623157e308" : "1.7976931348623157e308";
-    }
-    if (!isInteger || !fits) {
-        return {};
-    }
+/// Reads a number as the C locale has it, infinite where no double is large enough; nothing where it is none.
+std::optional<double> readNumber(const QByteArray& token) {
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    char* end = nullptr;
+    const double value = strtod_l(token.constData(), &end, plain);
+    return end == token.constEnd() ? std::optional(value) : std::nullopt;
+}
+
+bool fitsAnInteger(std::string_view token) {
+    const bool isNegative = token.front() == '-';
     std::uint64_t whole = 0;
-    const auto digits = token.substr(token.front() == '-' ? 1 : 0);
+    const auto digits = token.substr(isNegative ? 1 : 0);
     const auto [end, error] = std::from_chars(digits.begin(), digits.end(), whole);
-    const bool tooNegative = token.front() == '-' && whole > std::uint64_t{1} << 63;
-    if (error != std::errc::result_out_of_range && !tooNegative) {
+    return error != std::errc::result_out_of_range && !(isNegative && whole > std::uint64_t{1} << 63);
+}
+
+/// The number as the parser can take it; empty where it can already, or where it is none.
+QByteArray replacementNumber(std::string_view token) {
+    const QByteArray number(token.data(), static_cast<qsizetype>(token.size()));
+    const auto value = readNumber(number);
+    if (!value) {
         return {};
     }
-    scratch = number + ".0"; // a double, as which it is in range
-    return {scratch.constData(), static_cast<std::size_t>(scratch.size())};
+    if (std::isinf(*value)) {
+        return *value < 0 ? "-1.7976931348623157e308" : "1.7976931348623157e308";
+    }
+    if (token.find_first_of(".eE") != std::string_view::npos || fitsAnInteger(token)) {
+        return {};
+    }
+    constexpr double lowestInteger = -0x1p63;
+    // Rounded to a double, a number just below the lowest integer would become that integer.
+    return *value == lowestInteger ? QByteArray("-9223372036854777856.0") : number + ".0";
 }
 
 std::optional<unsigned> escapedUnit(std::string_view text) {
@@ -73,9 +88,10 @@ std::size_t copyEscape(std::string_view text, MessageBuffer& out) {
 
 std::size_t copyNumber(std::string_view text, MessageBuffer& out) {
     const auto token = text.substr(0, text.find_first_not_of(numberCharacters));
-    QByteArray scratch;
-    const auto replacement = replacementNumber(token, scratch);
-    out.append(replacement.empty() ? token : replacement);
+    const auto replacement = replacementNumber(token);
+    out.append(replacement.isEmpty()
+                   ? token
+                   : std::string_view(replacement.constData(), static_cast<std::size_t>(replacement.size())));
     return token.size();
 }
 

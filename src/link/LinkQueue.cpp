@@ -8,7 +8,7 @@
 namespace brenvale {
 
 LinkQueue::LinkQueue()
-    : thread_([this] {
+    : wakeUpSource_(context_), thread_([this] {
           pthread_setname_np(pthread_self(), "ws.server");
           context_.run();
       }) {}

@@ -2,8 +2,21 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace brenvale {
+
+MessageBuffer::MessageBuffer(MessageBuffer&& other) noexcept
+    : bytes_(std::move(other.bytes_)),
+      size_(std::exchange(other.size_, 0)),
+      capacity_(std::exchange(other.capacity_, 0)) {}
+
+MessageBuffer& MessageBuffer::operator=(MessageBuffer&& other) noexcept {
+    bytes_ = std::move(other.bytes_);
+    size_ = std::exchange(other.size_, 0);
+    capacity_ = std::exchange(other.capacity_, 0);
+    return *this;
+}
 
 void MessageBuffer::append(std::string_view text) {
     if (!text.empty()) {

@@ -20,6 +20,8 @@ public:
 
     MessageBuffer() = default;
     explicit MessageBuffer(std::string_view text) { append(text); }
+    MessageBuffer(MessageBuffer&& other) noexcept;
+    MessageBuffer& operator=(MessageBuffer&& other) noexcept;
 
     /// Adds `text` behind the contents.
     void append(std::string_view text);

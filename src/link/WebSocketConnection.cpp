@@ -26,6 +26,7 @@ namespace {
 constexpr auto handshakeLimit = 30s;
 constexpr std::size_t maxRequestSize = 8192;
 constexpr std::size_t stackRequestSize = 1536;
+constexpr std::size_t smallMessageSize = 900;
 constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
 constexpr std::string_view refusal =
     "HTTP/1.1 403 Forbidden\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
@@ -174,10 +175,19 @@ void WebSocketConnection::receiveMessage(ReceiveHandler handler) {
             handler({.error = describe(error)});
             self->end(State::failed, describe(error));
         } else {
-            handler(
-                {.data = std::exchange(self->incoming_, {}), .isWebSocketMessage = true, .isComplete = true});
+            handler({.data = self->takeIncoming(), .isWebSocketMessage = true, .isComplete = true});
         }
     });
+}
+
+MessageBuffer WebSocketConnection::takeIncoming() {
+    if (incoming_.size() > smallMessageSize) {
+        return std::exchange(incoming_, {});
+    }
+    // Cheaper than a new buffer with room for the next read.
+    MessageBuffer copy(incoming_.text());
+    incoming_.consume(incoming_.size());
+    return copy;
 }
 
 void WebSocketConnection::send(QByteArray text, SendCompletion completion) {

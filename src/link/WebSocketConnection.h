@@ -37,6 +37,7 @@ private:
     void answerRequest();
     void refuse();
     void opened();
+    [[nodiscard]] MessageBuffer takeIncoming();
     void writeNext();
     void end(State state, const QByteArray& error);
     void failPendingSends();

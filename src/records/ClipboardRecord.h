@@ -1,8 +1,9 @@
 #pragma once
 
+#include "records/RecordId.h"
+
 #include <QDateTime>
 #include <QString>
-#include <QUuid>
 
 namespace brenvale {
 
@@ -11,7 +12,7 @@ struct ClipboardRecord {
     ClipboardRecord(QString clipboardText, QDateTime added)
         : text(std::move(clipboardText)), date(std::move(added)) {}
 
-    QUuid id = QUuid::createUuid();
+    QUuid id = makeRecordId();
     QString text;
     QDateTime date; ///< when it was added
 };

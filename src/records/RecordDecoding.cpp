@@ -2,6 +2,7 @@
 
 #include "link/Json.h"
 #include "platform/Clock.h"
+#include "records/RecordId.h"
 
 namespace brenvale {
 
@@ -71,7 +72,7 @@ std::optional<QList<Record>> decodeList(const JsonObject& json, std::string_view
 } // namespace
 
 std::optional<NotifPayload> decodeNotifPayload(const JsonObject& json, const Clock& clock) {
-    NotifPayload payload{.id = QUuid::createUuid(), .time = clock.now()};
+    NotifPayload payload{.id = makeRecordId(), .time = clock.now()};
     const bool isValid = readOptional(json, "app", payload.app) &&
                          readOptional(json, "title", payload.title) &&
                          readOptional(json, "body", payload.body) &&

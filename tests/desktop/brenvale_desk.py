@@ -95,6 +95,9 @@ class Program:
         phone.greeting = phone.open()
         return phone
 
+    def status(self):
+        return pathlib.Path(f'/proc/{self.process.pid}/status').read_text()
+
     def threads(self):
         return list(pathlib.Path(f'/proc/{self.process.pid}/task').iterdir())
 

@@ -1,5 +1,6 @@
 """The wire below the messages: the handshake and the frames, right and wrong ones."""
 import json
+import re
 import struct
 
 from brenvale_desk import DeskTest, main
@@ -87,6 +88,31 @@ class FramingTest(DeskTest):
     def test_unasked_pong_is_ignored(self):
         self.phone.send_frame(PONG, b'unasked')
         self.assertEqual(self.sizes(), [])
+
+    # What one phone can do to the others.
+
+    def test_announced_sizes_take_no_memory(self):
+        resident = lambda: int(re.search(r'VmRSS:\s*(\d+)', self.program.status())[1]) >> 10
+        before = resident()
+        greedy = [self.connect(self.program) for _ in range(20)]
+        for phone in greedy:
+            phone.socket.sendall(phone.frame(BINARY, claimed_size=100 * MEGABYTE) + b'{"few":"bytes"')
+        for phone in greedy:
+            phone.socket.close()
+        self.assert_serving()
+        self.assertLess(resident() - before, 100)
+
+    def test_phone_that_never_reads_holds_up_nobody(self):
+        deaf = self.connect(self.program)
+        deaf.socket.setblocking(False)
+        flood = b''.join(deaf.frame(PING, bytes(125)) for _ in range(1000))
+        sent = 0
+        try:
+            while sent < 64 * MEGABYTE:
+                sent += deaf.socket.send(flood)
+        except BlockingIOError:
+            pass  # the server has stopped reading, as its answers are not taken
+        self.assert_serving()
 
     # Ends.
 

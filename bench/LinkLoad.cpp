@@ -1,0 +1,143 @@
+#include "LinkLoad.h"
+
+#include "ClientFrames.h"
+#include "Phone.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace brenvale::bench {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr double chunkBytes = 1 << 20;
+constexpr qsizetype base64Size = (1 << 20) / 3 * 4 + 4;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// Serves the main thread until `isDone`.
+void serveUntil(const std::function<bool()>& isDone) {
+    while (!isDone()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
+    }
+}
+
+QByteArray notification(int number) {
+    return R"({"app":"Messenger","title":"Ann Example","body":"Message )" + QByteArray::number(number) + ' ' +
+           QByteArray(110, 'b') + R"(","time":1700000000.123,"key":"0|com.example.messenger|)" +
+           QByteArray::number(number) + R"(|null|10234"})";
+}
+
+QByteArray fileChunk() {
+    return R"({"action":"file_chunk","fileName":"photo.jpg","fileData":")" + QByteArray(base64Size, 'A') +
+           R"(","isLast":false})";
+}
+
+} // namespace
+
+LinkLoad::LinkLoad(quint16 port) {
+    settings_.port = port;
+    server_ = std::make_shared<WebSocketServer>(platform_, transport_, queue_, main_);
+    server_->historyStore = store_;
+    std::atomic<bool> isListening = false;
+    server_->onStatusChange = [&isListening, this](const QString& /*status*/) {
+        isListening = true;
+        main_.async([] {}); // ends the wait
+    };
+    server_->start();
+    serveUntil([&] { return isListening.load(); });
+    server_->onStatusChange = {};
+}
+
+double LinkLoad::notificationsPerSecond(int phones, int count) {
+    std::vector<std::unique_ptr<Phone>> senders;
+    std::vector<QByteArray> frames;
+    for (int phone = 0; phone < phones; ++phone) {
+        QList<QByteArray> messages;
+        for (int i = 0; i < count / phones; ++i) {
+            messages.append(notification(phone * (count / phones) + i));
+        }
+        frames.push_back(phone::textFrames(messages));
+        senders.push_back(std::make_unique<Phone>());
+        (void)senders.back()->connect(QStringLiteral("127.0.0.1"), server_->port());
+    }
+    const int expected = center_.requests + count / phones * phones;
+    const auto start = Clock::now();
+    for (int phone = 0; phone < phones; ++phone) {
+        senders[static_cast<std::size_t>(phone)]->sendPrepared(frames[static_cast<std::size_t>(phone)]);
+    }
+    serveUntil([&] { return center_.requests >= expected; });
+    return count / secondsSince(start);
+}
+
+LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
+    const auto answering = store_->connectedDeviceName.subscribe([this](const auto& name) {
+        if (name) {
+            server_->send(R"({"action":"get_sms_history"})");
+        }
+    });
+    Phone phone;
+    std::vector<double> times;
+    std::atomic<bool> isDone = false;
+    auto start = Clock::now();
+    const QByteArray message = R"({"action":"connected","deviceName":"Pixel"})";
+    phone.onMessage([&](const QByteArray& /*answer*/) { // the greeting comes first and starts the loop
+        times.push_back(1e6 * secondsSince(start));
+        if (times.size() > static_cast<std::size_t>(count)) {
+            isDone = true;
+            main_.async([] {});
+            return;
+        }
+        start = Clock::now();
+        phone.sendText(message);
+    });
+    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    serveUntil([&] { return isDone.load(); });
+    std::ranges::sort(times);
+    return {.median = times[times.size() / 2], .percentile99 = times[times.size() * 99 / 100]};
+}
+
+double LinkLoad::bytesPerSecondIn(int chunks) {
+    Phone phone;
+    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    const auto frame = phone::textFrames({fileChunk()});
+    const auto end = phone::textFrames({notification(-1)});
+    const int expected = center_.requests + 1;
+    const auto start = Clock::now();
+    for (int i = 0; i < chunks; ++i) {
+        phone.sendPrepared(frame);
+    }
+    phone.sendPrepared(end);
+    serveUntil([&] { return center_.requests >= expected; });
+    return chunkBytes * chunks / secondsSince(start);
+}
+
+double LinkLoad::bytesPerSecondOut(int chunks) {
+    Phone phone;
+    std::atomic<int> received = -1; // the greeting comes first
+    phone.onMessage([&](const QByteArray& /*message*/) {
+        if (++received == chunks) {
+            main_.async([] {});
+        }
+    });
+    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    const auto chunk = fileChunk();
+    const auto start = Clock::now();
+    for (int i = 0; i < chunks; ++i) {
+        server_->send(chunk);
+    }
+    serveUntil([&] { return received >= chunks; });
+    return chunkBytes * chunks / secondsSince(start);
+}
+
+} // namespace brenvale::bench

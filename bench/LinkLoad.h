@@ -1,0 +1,79 @@
+#pragma once
+
+#include "link/LinkQueue.h"
+#include "link/TcpListener.h"
+#include "link/WebSocketServer.h"
+#include "platform/InternalNotifications.h"
+#include "platform/MainQueue.h"
+#include "platform/Platform.h"
+#include "platform/UserDefaults.h"
+#include "platform/UserNotificationCenter.h"
+#include "platform/linux/HostnamedComputerName.h"
+#include "platform/linux/QtPasteboard.h"
+#include "platform/linux/StandardOutputLog.h"
+#include "platform/linux/SystemClock.h"
+#include "records/HistoryStore.h"
+
+#include <atomic>
+
+namespace brenvale::bench {
+
+/// The real link, log and store, over loopback. Only the desktop's notification server is left out: it takes
+/// a few thousand notifications a second at best, and requests are counted instead.
+class LinkLoad {
+public:
+    explicit LinkLoad(quint16 port);
+
+    /// Notifications a second from `phones` connections to the store on the main thread.
+    [[nodiscard]] double notificationsPerSecond(int phones, int count);
+
+    struct RoundTrip {
+        double median;
+        double percentile99;
+    };
+    /// Microseconds from a phone's message by way of the main thread to the answer at the phone.
+    [[nodiscard]] RoundTrip roundTripMicroseconds(int count);
+
+    /// Payload bytes a second of file chunks, each of 1 MiB in base64, from and to one phone.
+    [[nodiscard]] double bytesPerSecondIn(int chunks);
+    [[nodiscard]] double bytesPerSecondOut(int chunks);
+
+private:
+    struct Settings final : UserDefaults {
+        [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
+        qint64 port = 0;
+    };
+    struct CountingCenter final : UserNotificationCenter {
+        void add(NotificationRequest /*request*/, Completion completion) override {
+            if (completion) {
+                completion({});
+            }
+            ++requests;
+        }
+        void removeDelivered(const QStringList& /*identifiers*/) override {}
+        void removePending(const QStringList& /*identifiers*/) override {}
+        std::atomic<int> requests = 0;
+    };
+
+    SystemClock clock_;
+    HostnamedComputerName computerName_;
+    InternalNotifications internalNotifications_;
+    StandardOutputLog log_;
+    QtPasteboard pasteboard_;
+    Settings settings_;
+    CountingCenter center_;
+    Platform platform_{.clock = clock_,
+                       .computerName = computerName_,
+                       .internalNotifications = internalNotifications_,
+                       .log = log_,
+                       .pasteboard = pasteboard_,
+                       .userDefaults = settings_,
+                       .userNotificationCenter = center_};
+    MainQueue main_;
+    std::shared_ptr<HistoryStore> store_ = std::make_shared<HistoryStore>();
+    LinkQueue queue_;
+    TcpTransport transport_{queue_};
+    std::shared_ptr<WebSocketServer> server_;
+};
+
+} // namespace brenvale::bench
