@@ -6,4 +6,3 @@ target_link_libraries(brenvale-boost PUBLIC Boost::headers Threads::Threads)
 target_compile_definitions(brenvale-boost PUBLIC
   BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION
   BOOST_ASIO_NO_DEPRECATED BOOST_ASIO_DISABLE_VISIBILITY)
-set_target_properties(brenvale-boost PROPERTIES AUTOMOC OFF)
