@@ -28,7 +28,8 @@ public:
 private:
     boost::asio::io_context context_{1};
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_{context_.get_executor()};
-    /// Makes the context take its own descriptors now: a lack of them later is then an error of one socket alone.
+    /// Makes the context take its own descriptors now: a lack of them later is then an error of one socket
+    /// alone.
     boost::asio::steady_timer wakeUpSource_;
     std::jthread thread_;
 };

@@ -231,15 +231,22 @@ void WebSocketServer::receiveAgain(const ConnectionPointer& connection, std::siz
         receive(connection);
         return;
     }
-    main_.async([weak = weak_from_this(), connection] {
-        if (const auto self = weak.lock()) {
-            self->onQueue([connection](WebSocketServer& server) {
-                server.link_.messagesAhead = 0;
-                server.link_.bytesAhead = 0;
-                server.receive(connection);
-            });
-        }
-    });
+    link_.waitingForMain.push_back(connection);
+    if (link_.waitingForMain.size() == 1) {
+        main_.async([weak = weak_from_this()] {
+            if (const auto self = weak.lock()) {
+                self->onQueue(&WebSocketServer::mainCaughtUp);
+            }
+        });
+    }
+}
+
+void WebSocketServer::mainCaughtUp() {
+    link_.messagesAhead = 0;
+    link_.bytesAhead = 0;
+    for (const auto& connection : std::exchange(link_.waitingForMain, {})) {
+        receive(connection);
+    }
 }
 
 void WebSocketServer::send(QByteArray text) {

@@ -79,6 +79,7 @@ private:
     void receive(const ConnectionPointer& connection);
     void received(const ConnectionPointer& connection, Connection::Delivery delivery);
     void receiveAgain(const ConnectionPointer& connection, std::size_t handledBytes);
+    void mainCaughtUp();
     void remove(const ConnectionPointer& connection);
     void reportStatus(const QString& status) const;
     void logOf(const Connection& connection, QByteArrayView before, QByteArrayView after) const;
@@ -116,6 +117,7 @@ private:
         std::unique_ptr<JsonReader> reader;
         std::size_t messagesAhead = 0; ///< handled since main was last known to have caught up
         std::size_t bytesAhead = 0;
+        std::vector<ConnectionPointer> waitingForMain; ///< to receive again when main has caught up
     } link_;
 };
 

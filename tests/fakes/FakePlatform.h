@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] QByteArrayList lines() const {
         const std::scoped_lock lock(mutex_);
-        return lines_;
+        return {lines_.begin(), lines_.end()}; // a list of its own: the original may grow in another thread
     }
 
     /// How many lines hold `part`.

@@ -44,6 +44,9 @@ public:
         deliver({.data = MessageBuffer(message), .isWebSocketMessage = true, .isComplete = true});
     }
 
+    /// Lets go of the outstanding receive, which holds this connection, as a real one does at its end.
+    void drop() { handler_ = {}; }
+
     [[nodiscard]] bool isReceiveArmed() const { return static_cast<bool>(handler_); }
 
     std::vector<QByteArray> sent;
@@ -81,6 +84,8 @@ private:
 class FakeTransport final : public Transport {
 public:
     explicit FakeTransport(DispatchQueue& queue) : queue_(queue) {}
+    FakeTransport(const FakeTransport&) = delete;
+    FakeTransport& operator=(const FakeTransport&) = delete;
 
     [[nodiscard]] std::expected<std::shared_ptr<Listener>, QString> makeListener(quint16 port) override {
         ports.push_back(port);
@@ -91,10 +96,19 @@ public:
         return listeners.back();
     }
 
+    ~FakeTransport() override {
+        for (const auto& connection : connections_) {
+            connection->drop();
+        }
+    }
+
     /// A phone that connects to the newest listener, before its handshake.
     std::shared_ptr<FakeConnection> connect(const QByteArray& host = "192.168.1.7", quint16 port = 40312) {
-        auto connection = std::make_shared<FakeConnection>(
-            queue_, Endpoint{host + ":" + QByteArray::number(port), QString::fromUtf8(host)});
+        return connect(Endpoint{host + ":" + QByteArray::number(port), QString::fromUtf8(host)});
+    }
+    std::shared_ptr<FakeConnection> connect(Endpoint endpoint) {
+        auto connection = std::make_shared<FakeConnection>(queue_, std::move(endpoint));
+        connections_.push_back(connection);
         queue_.async(
             [listener = listeners.back(), connection] { listener->newConnectionHandler(connection); });
         return connection;
@@ -106,6 +120,7 @@ public:
 
 private:
     DispatchQueue& queue_;
+    std::vector<std::shared_ptr<FakeConnection>> connections_;
 };
 
 } // namespace brenvale

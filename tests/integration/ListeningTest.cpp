@@ -58,7 +58,8 @@ TEST_F(Listening, TakesIPv4AndIPv6) {
     for (const auto* host : {"127.0.0.1", "::1"}) {
         Phone phone;
         EXPECT_TRUE(phone.connect(QString::fromLatin1(host), server->port()).has_value()) << host;
-        EXPECT_TRUE(waitUntil([&] { return store->connectedRemoteIP.get() == QLatin1StringView(host); })) << host;
+        EXPECT_TRUE(waitUntil([&] { return store->connectedRemoteIP.get() == QLatin1StringView(host); }))
+            << host;
     }
     EXPECT_TRUE(waitForLog("Incoming connection from 127.0.0.1:")) << "IPv4 is shown as plain IPv4";
     EXPECT_TRUE(waitForLog("Incoming connection from [::1]:"));

@@ -64,7 +64,8 @@ protected:
 
     [[nodiscard]] QStringList statuses() const {
         const std::scoped_lock lock(mutex_);
-        return statuses_;
+        return {statuses_.begin(),
+                statuses_.end()}; // a list of its own: the original grows in another thread
     }
 
     [[nodiscard]] bool waitForStatus(const QString& status) const {

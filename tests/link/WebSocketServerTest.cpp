@@ -185,8 +185,8 @@ TEST(Greeting, APeerWithoutAnAddressLeavesTheStoredOneAlone) {
     TestServer test;
     test.server->start();
     test.run();
-    auto peer = std::make_shared<FakeConnection>(test.queue, Endpoint{"somebody", {}});
-    test.transport.listeners[0]->newConnectionHandler(peer);
+    const auto peer = test.transport.connect(Endpoint{"somebody", {}});
+    test.run();
     peer->report({State::ready, {}});
     test.run();
     EXPECT_EQ(test.store->connectedRemoteIP.get(), std::nullopt);
