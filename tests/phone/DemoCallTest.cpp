@@ -41,10 +41,10 @@ TEST(DemoCall, AnsweredCallCountsItsSeconds) {
     EXPECT_EQ(afterSeconds(call, 1), QStringLiteral("call_update OFFHOOK 1"));
     EXPECT_EQ(afterSeconds(call, 4), QStringLiteral("call_update OFFHOOK 5"));
     EXPECT_EQ(shortForm(call.hangUp()), QStringLiteral("call_ended IDLE -9"));
-    const auto finished = call.takeFinished();
-    ASSERT_TRUE(finished.has_value());
-    EXPECT_EQ(finished->duration, 5);
-    EXPECT_EQ(finished->direction, Direction::Incoming);
+    const Call finished = call.takeFinished().value_or(Call());
+    EXPECT_FALSE(finished.number.isEmpty());
+    EXPECT_EQ(finished.duration, 5);
+    EXPECT_EQ(finished.direction, Direction::Incoming);
     EXPECT_FALSE(call.takeFinished().has_value()) << "a call goes to the log once";
 }
 
@@ -54,10 +54,10 @@ TEST(DemoCall, RingingStopsAfterAWhileAndIsMissed) {
     EXPECT_EQ(afterSeconds(call, DemoCall::ringingSeconds - 1), QString());
     EXPECT_EQ(afterSeconds(call, 1), QStringLiteral("call_ended IDLE -9"));
     EXPECT_TRUE(call.isIdle());
-    const auto finished = call.takeFinished();
-    ASSERT_TRUE(finished.has_value());
-    EXPECT_EQ(finished->direction, Direction::Missed);
-    EXPECT_EQ(finished->duration, 0);
+    const Call finished = call.takeFinished().value_or(Call());
+    EXPECT_FALSE(finished.number.isEmpty());
+    EXPECT_EQ(finished.direction, Direction::Missed);
+    EXPECT_EQ(finished.duration, 0);
 }
 
 TEST(DemoCall, DialledCallCountsOnceItIsAnsweredThere) {
@@ -67,10 +67,10 @@ TEST(DemoCall, DialledCallCountsOnceItIsAnsweredThere) {
     EXPECT_EQ(afterSeconds(call, DemoCall::diallingSeconds), QStringLiteral("call_state_changed OFFHOOK 0"));
     EXPECT_EQ(afterSeconds(call, 2), QStringLiteral("call_update OFFHOOK 2"));
     EXPECT_EQ(afterSeconds(call, DemoCall::talkingSeconds - 2), QStringLiteral("call_ended IDLE -9"));
-    const auto finished = call.takeFinished();
-    ASSERT_TRUE(finished.has_value());
-    EXPECT_EQ(finished->direction, Direction::Outgoing);
-    EXPECT_EQ(finished->name, std::nullopt);
+    const Call finished = call.takeFinished().value_or(Call());
+    EXPECT_FALSE(finished.number.isEmpty());
+    EXPECT_EQ(finished.direction, Direction::Outgoing);
+    EXPECT_EQ(finished.name, std::nullopt);
 }
 
 TEST(DemoCall, WhatMakesNoSenseNowGivesNothing) {

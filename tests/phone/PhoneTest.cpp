@@ -86,7 +86,7 @@ TEST(Phone, HandlerTakesTheMessages) {
     std::atomic<int> count = 0;
     Phone phone;
     phone.onMessage([&count](const QByteArray&) { ++count; });
-    std::jthread accepting([&desktop] {
+    const std::jthread accepting([&desktop] {
         desktop.accept();
         desktop.send("a");
         desktop.send("b");
@@ -103,7 +103,7 @@ TEST(Phone, HandlerTakesTheMessages) {
 TEST_F(PhoneTest, CloseSaysGoodbyeAfterAllThatWasSent) {
     connect();
     phone_.sendText("last");
-    std::jthread reading([this] {
+    const std::jthread reading([this] {
         EXPECT_EQ(desktop_.read(), "last");
         EXPECT_EQ(desktop_.read(), std::nullopt);
         EXPECT_EQ(desktop_.error(), boost::beast::websocket::error::closed);
@@ -158,7 +158,7 @@ TEST_F(PhoneTest, PingIsAnswered) {
     std::promise<QByteArray> pong;
     phone_.onPong([&pong](const QByteArray& payload) { pong.set_value(payload); });
     connect();
-    std::jthread reading([this] { desktop_.read(); });
+    const std::jthread reading([this] { desktop_.read(); });
     phone_.ping(QByteArray(200, 'p'));
     auto answer = pong.get_future();
     ASSERT_EQ(answer.wait_for(5s), std::future_status::ready);
@@ -181,9 +181,9 @@ TEST_F(PhoneTest, PausedPhoneTakesNoMoreThanOneRead) {
 TEST_F(PhoneTest, WaitUntilSentWaitsForASlowDesktop) {
     connect();
     // More than the sockets of both sides hold.
-    phone_.sendPrepared(phone::textFrames({QByteArray(64 * 1024 * 1024, 'z')}));
+    phone_.sendPrepared(phone::textFrames({QByteArray(67'108'864, 'z')}));
     EXPECT_FALSE(phone_.waitUntilSent(50ms));
-    std::jthread reading([this] { desktop_.read(); });
+    const std::jthread reading([this] { desktop_.read(); });
     EXPECT_TRUE(phone_.waitUntilSent());
 }
 

@@ -2,6 +2,8 @@
 
 #include <boost/asio/ip/address_v4.hpp>
 
+#include <utility>
+
 namespace brenvale::phone {
 
 TestDesktop::TestDesktop() : acceptor_(context_) {
@@ -22,7 +24,7 @@ bool TestDesktop::accept() {
     if (error_) {
         return false;
     }
-    link_.emplace(std::move(socket));
+    link_ = std::make_unique<Link>(std::move(socket));
     link_->read_message_max(0);
     link_->accept(error_);
     return !error_;

@@ -7,6 +7,7 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
+#include <memory>
 #include <optional>
 
 namespace brenvale::phone {
@@ -31,10 +32,11 @@ public:
 
 private:
     using Tcp = boost::asio::ip::tcp;
+    using Link = boost::beast::websocket::stream<Tcp::socket>;
 
     boost::asio::io_context context_;
     Tcp::acceptor acceptor_;
-    std::optional<boost::beast::websocket::stream<Tcp::socket>> link_;
+    std::unique_ptr<Link> link_; ///< from the first accept on
     boost::system::error_code error_;
 };
 

@@ -151,7 +151,7 @@ void PhoneConnection::onRead(const Error& error) {
     readOn();
 }
 
-void PhoneConnection::onControlFrame(websocket::frame_type type, boost::beast::string_view payload) {
+void PhoneConnection::onControlFrame(websocket::frame_type type, boost::beast::string_view payload) const {
     if (type == websocket::frame_type::pong) {
         events_.pong(QByteArray(payload.data(), static_cast<qsizetype>(payload.size())));
     }

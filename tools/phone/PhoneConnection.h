@@ -63,7 +63,7 @@ private:
 
     void readOn();
     void onRead(const Error& error);
-    void onControlFrame(boost::beast::websocket::frame_type type, boost::beast::string_view payload);
+    void onControlFrame(boost::beast::websocket::frame_type type, boost::beast::string_view payload) const;
 
     void writeNext();
     void writePart(qsizetype index);

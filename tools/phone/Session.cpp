@@ -4,7 +4,6 @@
 #include "FileChunks.h"
 
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QTimer>
 
 #include <cstdio>
@@ -65,12 +64,14 @@ std::expected<void, QString> sendAll(Phone& phone, const Sending& sending) {
 
 Session::Session(LinkOptions link, const QString& folder)
     : link_(std::move(link)), files_(folder.isEmpty() ? nullptr : std::make_unique<ReceivedFiles>(folder)) {
-    phone_.onMessage([this](const QByteArray& bytes) {
-        QMetaObject::invokeMethod(&context_, [this, bytes] { takeMessage(bytes); }, Qt::QueuedConnection);
-    });
-    phone_.onClosed([this](const QString& reason) {
-        QMetaObject::invokeMethod(&context_, [this, reason] { takeEnd(reason); }, Qt::QueuedConnection);
-    });
+    QObject::connect(
+        &events_, &PhoneEvents::messageCame, &events_,
+        [this](const QByteArray& bytes) { takeMessage(bytes); }, Qt::QueuedConnection);
+    QObject::connect(
+        &events_, &PhoneEvents::linkEnded, &events_, [this](const QString& reason) { takeEnd(reason); },
+        Qt::QueuedConnection);
+    phone_.onMessage([this](const QByteArray& bytes) { Q_EMIT events_.messageCame(bytes); });
+    phone_.onClosed([this](const QString& reason) { Q_EMIT events_.linkEnded(reason); });
 }
 
 bool Session::start() {
@@ -97,7 +98,7 @@ bool Session::connect() {
 }
 
 void Session::tryAgainLater() {
-    QTimer::singleShot(reconnectPause, &context_, [this] {
+    QTimer::singleShot(reconnectPause, &events_, [this] {
         if (!connect()) {
             tryAgainLater();
         }

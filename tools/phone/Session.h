@@ -25,6 +25,14 @@ void printError(const QString& line);
 /// socket.
 std::expected<void, QString> sendAll(Phone& phone, const Sending& sending);
 
+/// Carries what happens on the phone's thread to the main thread, by queued connections.
+class PhoneEvents : public QObject {
+    Q_OBJECT
+Q_SIGNALS:
+    void messageCame(const QByteArray& bytes);
+    void linkEnded(const QString& reason);
+};
+
 /// A phone that stays with the desktop: prints what comes, stores files where a folder is given, tries again
 /// after a loss where that is wanted. Lives on the main thread, with its event loop; the callbacks come there
 /// too.
@@ -48,8 +56,8 @@ private:
 
     LinkOptions link_;
     std::unique_ptr<ReceivedFiles> files_;
-    QObject context_; ///< what the phone's thread posts to; steps still waiting go with it
-    Phone phone_;     ///< goes first, so that its thread posts no more
+    PhoneEvents events_; ///< what still waits in its queue goes with it
+    Phone phone_;        ///< goes first, so that its thread reports no more
 };
 
 } // namespace brenvale::phone

@@ -23,18 +23,19 @@ using Result = std::expected<Sending, QString>;
 /// The arguments and the options of one command.
 class Arguments {
 public:
-    struct Option {
-        const char* name;
-        bool takesValue = true;
+    struct Options {
+        QStringList values; ///< options that take a value
+        QStringList flags;
     };
 
-    static std::expected<Arguments, QString>
-    read(const QStringList& words, std::initializer_list<Option> options, qsizetype fewest, qsizetype most) {
+    static std::expected<Arguments, QString> read(const QStringList& words, const Options& options,
+                                                  qsizetype fewest, qsizetype most) {
         Arguments arguments;
-        for (const Option& option : options) {
-            QCommandLineOption known(QString::fromLatin1(option.name));
-            known.setValueName(option.takesValue ? QStringLiteral("value") : QString());
-            arguments.parser_->addOption(known);
+        for (const QString& name : options.values) {
+            arguments.parser_->addOption(QCommandLineOption(name, {}, QStringLiteral("value")));
+        }
+        for (const QString& name : options.flags) {
+            arguments.parser_->addOption(QCommandLineOption(name));
         }
         if (!arguments.parser_->parse(words)) {
             return std::unexpected(arguments.parser_->errorText());
@@ -80,7 +81,11 @@ Sending sendingOf(const QByteArray& message) {
 }
 
 Result notify(const QStringList& words) {
-    const auto arguments = Arguments::read(words, {{"app"}, {"title"}, {"body"}, {"key"}, {"time"}}, 0, 0);
+    const auto arguments =
+        Arguments::read(words,
+                        {.values = {QStringLiteral("app"), QStringLiteral("title"), QStringLiteral("body"),
+                                    QStringLiteral("key"), QStringLiteral("time")}},
+                        0, 0);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
@@ -145,7 +150,8 @@ Result sims(const QStringList& words) {
 }
 
 Result deviceInfo(const QStringList& words) {
-    const auto arguments = Arguments::read(words, {{"name"}, {"wifi"}}, 0, 0);
+    const auto arguments =
+        Arguments::read(words, {.values = {QStringLiteral("name"), QStringLiteral("wifi")}}, 0, 0);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
@@ -161,7 +167,10 @@ Result connected(const QStringList& words) {
 }
 
 Result call(const QStringList& words) {
-    const auto arguments = Arguments::read(words, {{"number"}, {"name"}, {"duration"}, {"action"}}, 1, 1);
+    const auto arguments = Arguments::read(words,
+                                           {.values = {QStringLiteral("number"), QStringLiteral("name"),
+                                                       QStringLiteral("duration"), QStringLiteral("action")}},
+                                           1, 1);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
@@ -186,7 +195,7 @@ Result call(const QStringList& words) {
 }
 
 Result file(const QStringList& words) {
-    const auto arguments = Arguments::read(words, {{"escape-slashes", false}}, 1, anyCount);
+    const auto arguments = Arguments::read(words, {.flags = {QStringLiteral("escape-slashes")}}, 1, anyCount);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
@@ -199,7 +208,7 @@ Result clipboard(const QStringList& words) {
 }
 
 Result battery(const QStringList& words) {
-    const auto arguments = Arguments::read(words, {{"charging", false}}, 1, 1);
+    const auto arguments = Arguments::read(words, {.flags = {QStringLiteral("charging")}}, 1, 1);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
@@ -214,7 +223,10 @@ Result battery(const QStringList& words) {
 
 Result remote(const QStringList& words) {
     const auto arguments =
-        Arguments::read(words, {{"type"}, {"text"}, {"dx"}, {"dy"}, {"button"}, {"url"}}, 1, 1);
+        Arguments::read(words,
+                        {.values = {QStringLiteral("type"), QStringLiteral("text"), QStringLiteral("dx"),
+                                    QStringLiteral("dy"), QStringLiteral("button"), QStringLiteral("url")}},
+                        1, 1);
     if (!arguments) {
         return std::unexpected(arguments.error());
     }
