@@ -73,7 +73,9 @@ std::expected<CommandLine, QString> readStayingCommand(const QStringList& words,
     if (!task) {
         return std::unexpected(task.error());
     }
-    return CommandLine{.link = std::move(link), .task = std::move(*task)};
+    CommandLine commandLine{.link = std::move(link)};
+    commandLine.task = *std::move(task);
+    return commandLine;
 }
 
 std::expected<CommandLine, QString> readCommand(const QStringList& words, LinkOptions link) {
