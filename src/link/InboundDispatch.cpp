@@ -22,9 +22,14 @@ void WebSocketServer::handle(const MessageBuffer& data) {
         Branch{"connected", &WebSocketServer::handleConnected},
         Branch{"sms_history", &WebSocketServer::handleSmsHistory},
         Branch{"call_history", &WebSocketServer::handleCallHistory},
+        Branch{"incoming_call", &WebSocketServer::handleCallEvent},
+        Branch{"call_state_changed", &WebSocketServer::handleCallEvent},
+        Branch{"call_update", &WebSocketServer::handleCallEvent},
+        Branch{"call_ended", &WebSocketServer::handleCallEvent},
         Branch{"sim_info", &WebSocketServer::handleSimInfo},
         Branch{"device_info", &WebSocketServer::handleDeviceInfo},
         Branch{"clipboard", &WebSocketServer::handleClipboard},
+        Branch{"battery_status", &WebSocketServer::handleBatteryStatus},
     };
 
     const auto document = link_.reader->parse(data);

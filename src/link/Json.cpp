@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 
 #include <cmath>
+#include <limits>
 
 namespace brenvale {
 
@@ -58,11 +59,17 @@ std::optional<qint64> JsonValue::integer() const {
 }
 
 std::optional<double> JsonValue::number() const {
+    const auto value = numberOrInfinity();
+    return value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+std::optional<double> JsonValue::numberOrInfinity() const {
     double value = 0;
-    if (element_.get(value) || std::abs(value) >= outOfRangeNumber) {
+    if (element_.get(value)) {
         return {};
     }
-    return value;
+    const bool isInRange = std::abs(value) < outOfRangeNumber;
+    return isInRange ? value : std::copysign(std::numeric_limits<double>::infinity(), value);
 }
 
 std::optional<JsonObject> JsonValue::object() const {

@@ -34,6 +34,9 @@ public:
     /// A number that fits a double.
     [[nodiscard]] std::optional<double> number() const;
 
+    /// Any number, infinite where it fits no double.
+    [[nodiscard]] std::optional<double> numberOrInfinity() const;
+
     [[nodiscard]] std::optional<JsonObject> object() const;
     [[nodiscard]] std::optional<simdjson::dom::array> array() const;
 

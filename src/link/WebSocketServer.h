@@ -17,6 +17,7 @@ class HistoryStore;
 class JsonObject;
 class JsonReader;
 class NotificationManager;
+struct CallReport;
 struct Platform;
 
 /// The one endpoint of the link to the phone: it accepts whoever connects, gathers messages, acts on them,
@@ -67,6 +68,23 @@ public:
     /// blocks.
     void send(QByteArray text);
 
+    // link/OutboundCommands.cpp. Any thread. Each sends one message and hears nothing of what becomes of it:
+    // only the phone's later messages show that. Without a phone it vanishes.
+    void findDevice();
+    void sendMediaCommand(const QString& command);
+    void sendNavCommand(const QString& command);
+    void requestSmsHistory();
+    void requestCallHistory();
+    void sendClipboard(const QString& text);
+    void makeCall(const QString& number, qint64 simSlot); ///< the number goes out unescaped
+    void answerCall();
+    void hangupCall();
+    void toggleSpeaker(bool enabled);
+    void toggleMute(bool enabled);
+    void sendReply(const QString& key,
+                   const QString& text); ///< `key` is the notification's request identifier
+    void sendSms(const QString& number, const QString& body, qint64 simSlot);
+
 private:
     using ConnectionPointer = std::shared_ptr<Connection>;
     using StoreStep = std::move_only_function<void(HistoryStore*)>;
@@ -95,6 +113,14 @@ private:
     void handleNotification(const JsonObject& json);
     void setDeviceName(const JsonObject& json);
 
+    // calls/CallEvents.cpp. On queue.
+    void handleCallEvent(const JsonObject& json);
+    void showCall(const CallReport& report);
+
+    // notifications/BatteryAlerts.cpp. On queue, and on main.
+    void handleBatteryStatus(const JsonObject& json);
+    void batteryReported(std::optional<qint64> level, bool isCharging, HistoryStore* store);
+
     // link/WebSocketServer.cpp. Any thread. The only ways from one queue to the other: the server is held
     // weakly, and the store is looked up inside the step, which always runs and gets null once server or
     // store is gone.
@@ -109,6 +135,12 @@ private:
 
     /// Main only, but for the pointee's own calls.
     std::shared_ptr<Listener> listener_;
+
+    /// Main only.
+    struct Battery {
+        std::optional<qint64>
+            lastBatteryAlertThreshold; ///< the stage that fired last since a charger was plugged in
+    } battery_;
 
     /// Queue only.
     struct Link {

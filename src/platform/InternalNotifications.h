@@ -17,14 +17,16 @@ namespace brenvale {
 /// is lost. On main.
 class InternalNotifications {
 public:
-    using Object = std::variant<QList<SmsRecord>, QList<CallRecord>>;
+    using Object = std::variant<QList<SmsRecord>, QList<CallRecord>, qint64>;
     using Handler = std::function<void(const Object&)>;
 
     /// Keeps an observer registered for as long as it is held.
     using Observation = std::shared_ptr<const void>;
 
-    static constexpr QStringView smsHistoryUpdated = u"SmsHistoryUpdated";
-    static constexpr QStringView callHistoryUpdated = u"CallHistoryUpdated";
+    static constexpr QStringView smsHistoryUpdated = u"SmsHistoryUpdated";   ///< the whole log
+    static constexpr QStringView callHistoryUpdated = u"CallHistoryUpdated"; ///< the whole log
+    static constexpr QStringView callDurationUpdated =
+        u"CallDurationUpdated"; ///< seconds; -1 when the call is over
 
     /// Calls `handler` for every later `post` under `name`.
     [[nodiscard]] Observation addObserver(QStringView name, Handler handler);
