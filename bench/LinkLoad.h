@@ -12,6 +12,7 @@
 #include "platform/linux/QtPasteboard.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/XdgDownloads.h"
 #include "records/HistoryStore.h"
 
 #include <atomic>
@@ -57,6 +58,7 @@ private:
 
     SystemClock clock_;
     HostnamedComputerName computerName_;
+    XdgDownloads downloads_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     QtPasteboard pasteboard_;
@@ -64,6 +66,7 @@ private:
     CountingCenter center_;
     Platform platform_{.clock = clock_,
                        .computerName = computerName_,
+                       .downloads = downloads_,
                        .internalNotifications = internalNotifications_,
                        .log = log_,
                        .pasteboard = pasteboard_,

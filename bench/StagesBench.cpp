@@ -5,10 +5,14 @@
 #include "platform/Clock.h"
 #include "records/HistoryStore.h"
 #include "records/RecordDecoding.h"
+#include "transfer/Base64.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
+#include <vector>
 
 using namespace brenvale;
 
@@ -101,6 +105,66 @@ void rememberBody(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
 }
 
+constexpr std::size_t chunkSize = 1'048'576;
+
+/// Bytes of which every six bits are as likely, as in a compressed picture.
+QByteArray chunkBytes() {
+    QByteArray bytes(chunkSize, Qt::Uninitialized);
+    std::minstd_rand random;
+    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random() >> 8 & 0xff); });
+    return bytes;
+}
+
+/// Counts file contents, not their text.
+void countChunk(benchmark::State& state) {
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * chunkSize));
+}
+
+void decodeChunk(benchmark::State& state, const std::string& text, Base64Way way) {
+    std::vector<char> bytes(base64DecodedCapacity(text.size()));
+    for (auto _ : state) {
+        auto size = decodeBase64(text, bytes.data(), way);
+        benchmark::DoNotOptimize(size);
+        benchmark::ClobberMemory();
+    }
+    countChunk(state);
+}
+
+void decodeBase64Clean(benchmark::State& state, Base64Way way) {
+    decodeChunk(state, chunkBytes().toBase64().toStdString(), way);
+}
+
+void decodeBase64Lines(benchmark::State& state, Base64Way way) {
+    const std::string clean = chunkBytes().toBase64().toStdString();
+    std::string lines;
+    for (std::size_t start = 0; start < clean.size(); start += 76) {
+        lines += clean.substr(start, 76) + "\n";
+    }
+    decodeChunk(state, lines, way);
+}
+
+void encodeBase64Chunk(benchmark::State& state, Base64Way way) {
+    const QByteArray bytes = chunkBytes();
+    std::vector<char> text(base64EncodedSize(chunkSize));
+    for (auto _ : state) {
+        encodeBase64(bytes, text.data(), way);
+        benchmark::ClobberMemory();
+    }
+    countChunk(state);
+}
+
+void appendBase64Chunk(benchmark::State& state, Base64Slashes slashes) {
+    const QByteArray bytes = chunkBytes();
+    QByteArray text;
+    text.reserve(static_cast<qsizetype>(2 * base64EncodedSize(chunkSize)));
+    for (auto _ : state) {
+        text.resize(0);
+        appendBase64(bytes, text, slashes);
+        benchmark::ClobberMemory();
+    }
+    countChunk(state);
+}
+
 BENCHMARK(parseNotification);
 BENCHMARK(parseFileChunk);
 BENCHMARK(parseSmsLog)->Unit(benchmark::kMillisecond);
@@ -108,6 +172,14 @@ BENCHMARK(decodeNotification);
 BENCHMARK(decodeSmsLog)->Arg(50'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addToStore);
 BENCHMARK(rememberBody);
+BENCHMARK_CAPTURE(decodeBase64Clean, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(decodeBase64Clean, fastest, fastestBase64Way());
+BENCHMARK_CAPTURE(decodeBase64Lines, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(decodeBase64Lines, fastest, fastestBase64Way());
+BENCHMARK_CAPTURE(encodeBase64Chunk, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(encodeBase64Chunk, fastest, fastestBase64Way());
+BENCHMARK_CAPTURE(appendBase64Chunk, bare, Base64Slashes::Bare);
+BENCHMARK_CAPTURE(appendBase64Chunk, escaped, Base64Slashes::Escaped);
 
 } // namespace
 

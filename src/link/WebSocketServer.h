@@ -4,6 +4,11 @@
 #include "records/CallRecord.h"
 #include "records/IncomingCallInfo.h"
 #include "records/SmsRecord.h"
+#include "transfer/Base64.h"
+#include "transfer/FileWriteSession.h"
+
+#include <QHash>
+#include <QUuid>
 
 #include <functional>
 #include <memory>
@@ -32,6 +37,7 @@ public:
     using SmsRecord = brenvale::SmsRecord;
     using CallRecord = brenvale::CallRecord;
     using IncomingCallInfo = brenvale::IncomingCallInfo;
+    using FileWriteSession = brenvale::FileWriteSession;
 
     /// The process's instance; setting it is the business of `main`, before anything asks for it.
     static WebSocketServer& shared();
@@ -121,6 +127,11 @@ private:
     void handleBatteryStatus(const JsonObject& json);
     void batteryReported(std::optional<qint64> level, bool isCharging, HistoryStore* store);
 
+    // transfer/IncomingFiles.cpp. On queue.
+    void handleFileTransferStart(const JsonObject& json);
+    void handleFileChunk(const JsonObject& json);
+    void finalizeIncomingFile(const QString& fileName);
+
     // link/WebSocketServer.cpp. Any thread. The only ways from one queue to the other: the server is held
     // weakly, and the store is looked up inside the step, which always runs and gets null once server or
     // store is gone.
@@ -141,6 +152,13 @@ private:
         std::optional<qint64>
             lastBatteryAlertThreshold; ///< the stage that fired last since a charger was plugged in
     } battery_;
+
+    /// Queue only. The phone's name for a file is the key: transfers do not belong to a connection.
+    struct Incoming {
+        std::unordered_map<QString, FileWriteSession> incomingFileSessions;
+        QHash<QString, QUuid> activeTransfers; ///< the rows of the transfer list
+        Base64Decoder decoder;
+    } incoming_;
 
     /// Queue only.
     struct Link {

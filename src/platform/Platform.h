@@ -4,6 +4,7 @@ namespace brenvale {
 
 class Clock;
 class ComputerName;
+class Downloads;
 class InternalNotifications;
 class Log;
 class Pasteboard;
@@ -15,6 +16,7 @@ class UserNotificationCenter;
 struct Platform {
     Clock& clock;
     ComputerName& computerName;
+    Downloads& downloads;
     InternalNotifications& internalNotifications;
     Log& log;
     Pasteboard& pasteboard;

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/ComputerName.h"
+#include "platform/Downloads.h"
 #include "platform/InternalNotifications.h"
 #include "platform/Log.h"
 #include "platform/Pasteboard.h"
@@ -11,6 +12,7 @@
 
 #include <QByteArrayList>
 #include <QHash>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <mutex>
@@ -30,6 +32,18 @@ public:
     [[nodiscard]] QString localizedName() const override { return name; }
 
     QString name = QStringLiteral("Desk");
+};
+
+/// A folder of its own on the real disk.
+class TemporaryDownloads final : public Downloads {
+public:
+    [[nodiscard]] QString folder() const override { return path; }
+
+private:
+    QTemporaryDir folder_;
+
+public:
+    QString path = folder_.path();
 };
 
 /// Collects lines, from any thread.
@@ -137,6 +151,7 @@ private:
 struct FakePlatform {
     FakeClock clock;
     FakeComputerName computerName;
+    TemporaryDownloads downloads;
     InternalNotifications internalNotifications;
     RecordingLog log;
     FakePasteboard pasteboard;
@@ -144,6 +159,7 @@ struct FakePlatform {
     FakeNotificationCenter userNotificationCenter;
     Platform platform{.clock = clock,
                       .computerName = computerName,
+                      .downloads = downloads,
                       .internalNotifications = internalNotifications,
                       .log = log,
                       .pasteboard = pasteboard,

@@ -94,6 +94,10 @@ void DBusNotificationCenter::takeNext() {
     if (isCalling_ || waiting_.empty()) {
         return;
     }
+    if (!QDBusConnection::sessionBus().isConnected()) {
+        failWaiting(QStringLiteral("there is no session bus"));
+        return;
+    }
     if (!capabilities_) {
         readCapabilities();
         return;
@@ -104,6 +108,15 @@ void DBusNotificationCenter::takeNext() {
         show(std::move(*next));
     } else {
         close(std::get<Close>(step));
+    }
+}
+
+void DBusNotificationCenter::failWaiting(const QString& error) {
+    for (auto& step : std::exchange(waiting_, {})) {
+        auto* show = std::get_if<Show>(&step);
+        if (show != nullptr && show->completion) {
+            show->completion(error);
+        }
     }
 }
 

@@ -63,6 +63,7 @@ private:
 
     void enqueue(Show show);
     void takeNext();
+    void failWaiting(const QString& error);
     void readCapabilities();
     void show(Show show);
     void showAnswered(Show show, uint generation, const QDBusMessage& answer);

@@ -6,6 +6,7 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main)
     : userNotificationCenter_(main),
       platform_{.clock = clock_,
                 .computerName = computerName_,
+                .downloads = downloads_,
                 .internalNotifications = internalNotifications_,
                 .log = log_,
                 .pasteboard = pasteboard_,

@@ -8,6 +8,7 @@
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/XdgDownloads.h"
 
 namespace brenvale {
 
@@ -22,6 +23,7 @@ public:
 private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
+    XdgDownloads downloads_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     QtPasteboard pasteboard_;
