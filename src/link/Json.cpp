@@ -109,7 +109,8 @@ std::optional<bool> JsonObject::boolean(std::string_view key) const {
 
 std::expected<JsonDocument, QByteArray> JsonReader::parse(const MessageBuffer& text) {
     if (text.text().starts_with("\xef\xbb\xbf")) {
-        return std::unexpected(QByteArray("A byte order mark is no JSON")); // some versions of the parser skip it
+        return std::unexpected(
+            QByteArray("A byte order mark is no JSON")); // some versions of the parser skip it
     }
     auto document = parseOnce(parser_, text);
     if (!document &&

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/MessageBuffer.h"
+#include "link/OutgoingText.h"
 
 #include <QByteArray>
 #include <QString>
@@ -54,10 +55,9 @@ public:
     /// Calls `handler` once with the next delivery. One receive is outstanding at a time.
     virtual void receiveMessage(ReceiveHandler handler) = 0;
 
-    /// Queues one text message of UTF-8 bytes, which all connections that it is sent on share. Before the
-    /// handshake is over it waits. `completion` gets an empty text when the bytes have been handed to the
-    /// system.
-    virtual void send(QByteArray text, SendCompletion completion) = 0;
+    /// Queues one text message, which all connections that it is sent on share. Before the handshake is over
+    /// it waits. `completion` gets an empty text when the bytes have been handed to the system.
+    virtual void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) = 0;
 
     std::function<void(const StateReport&)> stateUpdateHandler;
 };

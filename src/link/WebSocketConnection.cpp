@@ -190,7 +190,7 @@ MessageBuffer WebSocketConnection::takeIncoming() {
     return copy;
 }
 
-void WebSocketConnection::send(QByteArray text, SendCompletion completion) {
+void WebSocketConnection::send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) {
     outgoing_.push_back({std::move(text), std::move(completion)});
     if (isEnded_) {
         asio::post(stream_.get_executor(), [self = shared_from_this()] { self->failPendingSends(); });
@@ -204,10 +204,11 @@ void WebSocketConnection::writeNext() {
         return;
     }
     isWriting_ = true;
-    const auto& text = outgoing_.front().text;
-    stream_.async_write(asio::buffer(text.constData(), static_cast<std::size_t>(text.size())),
+    writing_ = outgoing_.front().text->bytes();
+    stream_.async_write(asio::buffer(writing_.constData(), static_cast<std::size_t>(writing_.size())),
                         [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
                             self->isWriting_ = false;
+                            self->writing_.clear();
                             auto sent = std::move(self->outgoing_.front());
                             self->outgoing_.pop_front();
                             if (sent.completion) {

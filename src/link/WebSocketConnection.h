@@ -23,13 +23,13 @@ public:
     void start() override;
     void cancel() override;
     void receiveMessage(ReceiveHandler handler) override;
-    void send(QByteArray text, SendCompletion completion) override;
+    void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) override;
 
 private:
     using Stream = boost::beast::websocket::stream<LinkSocket, false>;
 
     struct Outgoing {
-        QByteArray text;
+        std::shared_ptr<const OutgoingText> text;
         SendCompletion completion;
     };
 
@@ -48,6 +48,7 @@ private:
     std::string request_; ///< the handshake's bytes
     MessageBuffer incoming_;
     std::deque<Outgoing> outgoing_; ///< the head is being written while `isWriting_`
+    QByteArray writing_;            ///< the head's bytes while `isWriting_`
     bool isOpen_ = false;
     bool isWriting_ = false;
     bool isEnded_ = false;

@@ -184,7 +184,7 @@ void WebSocketServer::greet(const ConnectionPointer& connection) {
     if (name.isEmpty()) {
         name = QStringLiteral("Mac");
     }
-    connection->send(connectedGreeting(name), {});
+    connection->send(makeOutgoingText(connectedGreeting(name)), {});
 }
 
 void WebSocketServer::receive(const ConnectionPointer& connection) {
@@ -250,6 +250,10 @@ void WebSocketServer::mainCaughtUp() {
 }
 
 void WebSocketServer::send(QByteArray text) {
+    sendText(makeOutgoingText(std::move(text)));
+}
+
+void WebSocketServer::sendText(std::shared_ptr<const OutgoingText> text) {
     onQueue([text = std::move(text)](WebSocketServer& self) {
         for (const auto& connection : self.link_.connections) {
             connection->send(text, [&log = self.platform_.log](const QByteArray& error) {

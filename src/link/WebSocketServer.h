@@ -23,6 +23,7 @@ class JsonObject;
 class JsonReader;
 class NotificationManager;
 struct CallReport;
+struct FileTransferRecord;
 struct Platform;
 
 /// The one endpoint of the link to the phone: it accepts whoever connects, gathers messages, acts on them,
@@ -73,6 +74,13 @@ public:
     /// Queues one text message (UTF-8) to every connection; without one it vanishes. Any thread, never
     /// blocks.
     void send(QByteArray text);
+
+    // transfer/OutgoingFiles.cpp. Any thread.
+
+    /// Sends a local file to every phone. Returns at once; one step on the queue reads the whole file, and
+    /// only then does its first message leave, so that files sent together never mix. The user is told of the
+    /// end.
+    void sendFile(const QUrl& url);
 
     // link/OutboundCommands.cpp. Any thread. Each sends one message and hears nothing of what becomes of it:
     // only the phone's later messages show that. Without a phone it vanishes.
@@ -132,6 +140,13 @@ private:
     void handleFileChunk(const JsonObject& json);
     void finalizeIncomingFile(const QString& fileName);
 
+    // transfer/OutgoingFiles.cpp. On queue. The errors are the file's.
+    std::expected<void, QString> queueFile(const QUrl& url);
+    std::expected<void, QString> queueChunks(QFile& file, const FileTransferRecord& record);
+
+    // link/WebSocketServer.cpp. Any thread.
+    void sendText(std::shared_ptr<const OutgoingText> text);
+
     // link/WebSocketServer.cpp. Any thread. The only ways from one queue to the other: the server is held
     // weakly, and the store is looked up inside the step, which always runs and gets null once server or
     // store is gone.
@@ -165,6 +180,7 @@ private:
         std::vector<ConnectionPointer> connections; ///< in order of acceptance
         std::unordered_map<const Connection*, MessageBuffer> connectionBuffers;
         std::unique_ptr<JsonReader> reader;
+        OutgoingSpool spool;           ///< the files that wait to be sent
         std::size_t messagesAhead = 0; ///< handled since main was last known to have caught up
         std::size_t bytesAhead = 0;
         std::vector<ConnectionPointer> waitingForMain; ///< to receive again when main has caught up

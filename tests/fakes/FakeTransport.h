@@ -23,8 +23,8 @@ public:
         ++receives;
         handler_ = std::move(handler);
     }
-    void send(QByteArray text, SendCompletion completion) override {
-        sent.push_back(text);
+    void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) override {
+        sent.push_back(text->bytes());
         if (completion) {
             queue_.async([this, self = shared_from_this(), completion = std::move(completion)]() mutable {
                 completion(sendError);

@@ -1,0 +1,81 @@
+#include "link/OutgoingText.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace brenvale;
+
+namespace {
+
+struct OutgoingSpoolTest : testing::Test {
+    OutgoingSpoolTest() { qputenv("XDG_CACHE_HOME", folder.path().toUtf8()); }
+    ~OutgoingSpoolTest() override { qunsetenv("XDG_CACHE_HOME"); }
+
+    QTemporaryDir folder;
+    OutgoingSpool spool{100};
+};
+
+QByteArray text(int number) {
+    return QByteArray(40, static_cast<char>('a' + number));
+}
+
+} // namespace
+
+TEST_F(OutgoingSpoolTest, TextsBeyondTheLimitWaitInAFileAndComeBackUnharmed) {
+    std::vector<std::shared_ptr<const OutgoingText>> texts;
+    for (int i = 0; i < 20; ++i) {
+        texts.push_back(spool.add(text(i)));
+    }
+    EXPECT_EQ(spool.memoryUse(), 80U);
+    for (const int i : {19, 0, 7, 2, 7}) {
+        EXPECT_EQ(texts[static_cast<std::size_t>(i)]->bytes(), text(i));
+    }
+}
+
+TEST_F(OutgoingSpoolTest, MemoryThatComesFreeIsUsedAgain) {
+    auto first = spool.add(text(0));
+    const auto second = spool.add(text(1));
+    const auto third = spool.add(text(2));
+    EXPECT_EQ(spool.memoryUse(), 80U);
+    first.reset();
+    EXPECT_EQ(spool.memoryUse(), 40U);
+    const auto fourth = spool.add(text(3));
+    EXPECT_EQ(spool.memoryUse(), 80U);
+    EXPECT_EQ(third->bytes(), text(2));
+}
+
+TEST_F(OutgoingSpoolTest, TheFileHasNoName) {
+    const auto large = spool.add(QByteArray(1000, 'x'));
+    EXPECT_EQ(spool.memoryUse(), 0U);
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    EXPECT_EQ(large->bytes(), QByteArray(1000, 'x'));
+}
+
+TEST_F(OutgoingSpoolTest, WhereNoFileCanBeWrittenMemoryHasToDo) {
+    qputenv("XDG_CACHE_HOME", "/proc/nowhere");
+    const auto large = spool.add(QByteArray(1000, 'x'));
+    EXPECT_EQ(spool.memoryUse(), 1000U);
+    EXPECT_EQ(large->bytes(), QByteArray(1000, 'x'));
+}
+
+TEST_F(OutgoingSpoolTest, TextsMayOutliveTheSpool) {
+    std::shared_ptr<const OutgoingText> inMemory;
+    std::shared_ptr<const OutgoingText> inFile;
+    {
+        OutgoingSpool passing(100);
+        inMemory = passing.add(text(0));
+        inFile = passing.add(QByteArray(1000, 'x'));
+    }
+    EXPECT_EQ(inMemory->bytes(), text(0));
+    EXPECT_EQ(inFile->bytes(), QByteArray(1000, 'x'));
+}
+
+TEST(OutgoingText, IsSharedNotCopied) {
+    const QByteArray original(1000, 'x');
+    const auto shared = makeOutgoingText(original);
+    EXPECT_EQ(shared->bytes().constData(), original.constData());
+}

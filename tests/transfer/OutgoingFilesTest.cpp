@@ -1,0 +1,177 @@
+#include "fakes/TestServer.h"
+#include "transfer/FileChunkText.h"
+
+#include <QDir>
+
+#include <gmock/gmock.h>
+
+using namespace brenvale;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int chunkSize = 1'048'576;
+
+struct OutgoingFiles : testing::Test {
+    /// A file with these contents.
+    [[nodiscard]] QUrl makeFile(const QString& fileName, const QByteArray& contents) const {
+        const auto path = folder.filePath(fileName);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QFile::WriteOnly));
+        file.write(contents);
+        return QUrl::fromLocalFile(path);
+    }
+
+    void send(const QUrl& url) {
+        test.server->sendFile(url);
+        test.run();
+    }
+
+    /// A phone whose greeting is out of the way.
+    [[nodiscard]] std::shared_ptr<FakeConnection> connectPhone() {
+        auto phone = test.connectPhone();
+        phone->sent.clear();
+        return phone;
+    }
+
+    [[nodiscard]] const QList<FileTransferRecord>& rows() const { return test.store->fileTransfers.get(); }
+
+    [[nodiscard]] std::vector<std::string> notifications() const {
+        std::vector<std::string> texts;
+        for (const auto& request : test.fake.userNotificationCenter.added) {
+            texts.push_back(
+                (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());
+        }
+        return texts;
+    }
+
+    TestServer test;
+    QTemporaryDir folder;
+    const QString name = QStringLiteral("a.bin");
+};
+
+} // namespace
+
+TEST_F(OutgoingFiles, AFileGoesAsAStartAndItsChunks) {
+    const auto phone = connectPhone();
+    const QByteArray contents(chunkSize + 1, 'x');
+    send(makeFile(name, contents));
+    EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(name, chunkSize + 1),
+                                         fileChunkText(name, QByteArray(chunkSize, 'x'), false),
+                                         fileChunkText(name, "x", true)));
+    EXPECT_THAT(notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
+}
+
+TEST_F(OutgoingFiles, ExactlyOneChunkIsTheLast) {
+    const auto phone = connectPhone();
+    send(makeFile(name, QByteArray(chunkSize, 'x')));
+    ASSERT_EQ(phone->sent.size(), 2U);
+    EXPECT_EQ(phone->sent[1], fileChunkText(name, QByteArray(chunkSize, 'x'), true));
+}
+
+TEST_F(OutgoingFiles, TheRowTellsOfTheProgress) {
+    std::vector<double> progress;
+    const auto watching = test.store->fileTransfers.subscribe([&](const auto& transfers) {
+        if (!transfers.isEmpty()) {
+            progress.push_back(transfers[0].progress);
+        }
+    });
+    const auto url = makeFile(name, QByteArray(4 * chunkSize, 'x'));
+    send(url);
+    EXPECT_THAT(progress, ElementsAre(0, 0.25, 0.5, 0.75, 1));
+    ASSERT_EQ(rows().size(), 1);
+    EXPECT_EQ(rows()[0].fileName, name);
+    EXPECT_EQ(rows()[0].fileSize, 4 * chunkSize);
+    EXPECT_EQ(rows()[0].url, url);
+    EXPECT_TRUE(rows()[0].isOutgoing);
+    EXPECT_TRUE(rows()[0].isCompleted);
+}
+
+TEST_F(OutgoingFiles, AnEmptyFileIsOnlyAnnounced) {
+    const auto phone = connectPhone();
+    send(makeFile(name, ""));
+    EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(name, 0)));
+    EXPECT_EQ(rows()[0].progress, 0);
+    EXPECT_FALSE(rows()[0].isCompleted);
+    EXPECT_EQ(notifications().size(), 1U);
+}
+
+TEST_F(OutgoingFiles, NoMessageLeavesBeforeTheWholeFileIsRead) {
+    const auto phone = connectPhone();
+    QStringList order;
+    test.server->sendFile(makeFile(name, QByteArray(2 * chunkSize, 'x')));
+    test.server->send("later");
+    test.queue.async(
+        [&] { order.append(QStringLiteral("sent before the end: %1").arg(phone->sent.size())); });
+    test.run();
+    EXPECT_EQ(order, QStringList{QStringLiteral("sent before the end: 1")})
+        << "only what was queued beside the file";
+    ASSERT_EQ(phone->sent.size(), 4U);
+    EXPECT_EQ(phone->sent[0], "later");
+}
+
+TEST_F(OutgoingFiles, FilesSentTogetherNeverMix) {
+    const auto phone = connectPhone();
+    test.server->sendFile(makeFile(QStringLiteral("1"), QByteArray(chunkSize + 1, 'x')));
+    test.server->sendFile(makeFile(QStringLiteral("2"), QByteArray(1, 'y')));
+    test.run();
+    ASSERT_EQ(phone->sent.size(), 5U);
+    EXPECT_EQ(phone->sent[2], fileChunkText(QStringLiteral("1"), "x", true));
+    EXPECT_EQ(phone->sent[3], fileTransferStartText(QStringLiteral("2"), 1));
+}
+
+TEST_F(OutgoingFiles, EveryPhoneGetsTheFile) {
+    const auto first = connectPhone();
+    const auto second = connectPhone();
+    send(makeFile(name, QByteArray(chunkSize + 1, 'x')));
+    EXPECT_EQ(first->sent, second->sent);
+    EXPECT_EQ(first->sent.size(), 3U);
+    EXPECT_EQ(first->sent[1].constData(), second->sent[1].constData()) << "one text is shared, not copied";
+}
+
+TEST_F(OutgoingFiles, WithoutAPhoneTheUserStillSeesFileSent) {
+    send(makeFile(name, QByteArray(chunkSize + 1, 'x')));
+    EXPECT_TRUE(rows()[0].isCompleted);
+    EXPECT_THAT(notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
+    EXPECT_THAT(test.dispatchLog(), IsEmpty());
+}
+
+TEST_F(OutgoingFiles, AFileThatCannotBeOpenedIsToldAndHasNoRow) {
+    const auto phone = connectPhone();
+    send(QUrl::fromLocalFile(folder.filePath(QStringLiteral("missing.bin"))));
+    send(QUrl::fromLocalFile(folder.path() + u'/'));
+    EXPECT_TRUE(rows().isEmpty());
+    EXPECT_THAT(phone->sent, IsEmpty());
+    ASSERT_EQ(test.dispatchLog().size(), 2);
+    EXPECT_EQ(test.dispatchLog()[0], "[WebSocketServer] Failed to read/send file: No such file or directory");
+    EXPECT_EQ(notifications()[0],
+              "File Send Failed: Could not read or send 'missing.bin'. Error: No such file or directory");
+    EXPECT_TRUE(QString::fromStdString(notifications()[1])
+                    .startsWith(QStringLiteral("File Send Failed: Could not read or send '%1'. Error: ")
+                                    .arg(QDir(folder.path()).dirName())));
+}
+
+TEST_F(OutgoingFiles, OnlyTheSizeAtTheStartCounts) {
+    const auto phone = connectPhone();
+    send(QUrl::fromLocalFile(
+        QStringLiteral("/proc/self/status"))); // has contents, and says that its size is 0
+    EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(QStringLiteral("status"), 0)));
+}
+
+TEST_F(OutgoingFiles, AnyNameGoesOut) {
+    const auto phone = connectPhone();
+    const auto odd = QStringLiteral("50% \"ü\" 😀.bin");
+    send(makeFile(odd, "x"));
+    EXPECT_EQ(rows()[0].fileName, odd);
+    EXPECT_EQ(phone->sent[1], fileChunkText(odd, "x", true));
+    EXPECT_EQ(notifications()[0], "File Sent: Successfully sent '50% \"ü\" 😀.bin' to Android");
+}
+
+TEST_F(OutgoingFiles, WithoutAStoreTheFileGoesAllTheSame) {
+    const auto phone = connectPhone();
+    test.store.reset();
+    send(makeFile(name, "x"));
+    EXPECT_EQ(phone->sent.size(), 2U);
+    EXPECT_EQ(notifications().size(), 1U);
+}
