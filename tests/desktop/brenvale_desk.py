@@ -7,6 +7,7 @@ import random
 import re
 import socket
 import sys
+import time
 import unittest
 
 import dbus
@@ -111,6 +112,16 @@ class Program:
             status = (thread / 'status').read_text()
             counts[thread.name] = int(re.search(r'^voluntary_ctxt_switches:\s*(\d+)', status, re.M)[1])
         return counts
+
+
+    def wait_at_rest(self):
+        """Waits until the program has dealt with all that has reached it, from whatever side: every thread sleeps."""
+        def at_rest():
+            before = self.wake_ups()
+            time.sleep(0.1)
+            states = [(thread / 'stat').read_text().rsplit(') ', 1)[1][0] for thread in self.threads()]
+            return set(states) == {'S'} and self.wake_ups() == before
+        wait_until(at_rest, 'the program at rest')
 
 
 class Recorder:

@@ -114,7 +114,7 @@ class Desk:
     def start_notifier(self, kind):
         """One of the real notification servers."""
         program, *arguments = NOTIFIERS[kind]
-        places = [shutil.which(program)] if '/' not in program else [f'{folder}/{program}' for folder in LIBRARY_FOLDERS]
+        places = [f'{folder}/{program}' for folder in LIBRARY_FOLDERS] if '/' in program else [shutil.which(program)]
         path = next((place for place in places if place and os.access(place, os.X_OK)), None)
         if path is None:
             raise FileNotFoundError(f'notification server {kind} is not installed')

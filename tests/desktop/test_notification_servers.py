@@ -32,6 +32,7 @@ class AbsentServerTest(ServersTest):
         self.post(phone, 'too early')
         program.wait_for_line(r'\[Notifications\] Post error: \S.*')
         recorder = Recorder(self.desk)
+        program.wait_at_rest()  # it has heard of the server
         self.post(phone, 'in time')
         call, = recorder.wait_for(1)
         self.assertEqual(call['body'], '<b>Ann</b>\nin time')
@@ -47,11 +48,15 @@ class ChangingServerTest(ServersTest):
         self.program = self.start()
         self.phone = self.connect(self.program)
 
+    def restart_server(self, **options):
+        self.recorder.stop()
+        self.recorder.start(**options)
+        self.program.wait_at_rest()  # it has heard of both
+
     def test_ids_of_a_server_that_restarted_are_forgotten(self):
         self.post(self.phone, 'first', key='k1')
         self.wait_for_body(self.recorder, 'first')
-        self.recorder.stop()
-        self.recorder.start(first_id=100)
+        self.restart_server(first_id=100)
         self.post(self.phone, 'second', key='k1')
         second = self.wait_for_body(self.recorder, 'second')
         self.assertEqual((second['replaces'], second['id']), (0, 100))
@@ -61,8 +66,7 @@ class ChangingServerTest(ServersTest):
     def test_capabilities_of_the_new_server_hold(self):
         self.post(self.phone, 'with markup')
         self.wait_for_body(self.recorder, 'with markup')
-        self.recorder.stop()
-        self.recorder.start(caps='body')
+        self.restart_server(caps='body')
         self.post(self.phone, 'without')
         self.assertEqual(self.wait_for_body(self.recorder, 'without')['body'], 'Ann\nwithout')
 

@@ -3,8 +3,7 @@ import signal
 import socket
 import unittest
 
-from brenvale_desk import DeskTest, Program, free_port, listening, main, wait_until
-from raw_client import RawClient
+from brenvale_desk import DeskTest, Program, free_port, listening, main
 
 DEFAULT_PORT = 8765
 

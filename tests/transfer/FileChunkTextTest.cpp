@@ -38,7 +38,7 @@ TEST(FileChunk, HasPaddedBase64WithoutLineEnds) {
 
 TEST(FileChunk, OfAMebibyteIsBuiltInOneBlock) {
     const auto text = fileChunkText(QStringLiteral("a"), QByteArray(1 << 20, 'x'), false);
-    EXPECT_EQ(text.size(), text.capacity());
+    EXPECT_LT(text.capacity(), text.size() + 16);
     EXPECT_EQ(
         QByteArray::fromBase64(QJsonDocument::fromJson(text).object()[u"fileData"].toString().toLatin1()),
         QByteArray(1 << 20, 'x'));
