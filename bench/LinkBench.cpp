@@ -5,7 +5,10 @@
 #include "MachineLimits.h"
 #include "platform/linux/ProcessSetup.h"
 
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
+#include <QTemporaryFile>
 
 #include <cstdio>
 #include <cstring>
@@ -29,6 +32,12 @@ double peakMebibytes() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+double residentMebibytes() {
+    QFile file(QStringLiteral("/proc/self/statm"));
+    const auto pages = file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() : 0;
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
 } // namespace
@@ -57,12 +66,26 @@ int main(int argc, char* argv[]) {
     const auto roundTrip = load.roundTripMicroseconds(50'000 / scale);
     row("round trip by the main thread, median", roundTrip.median, "us");
     row("round trip by the main thread, 99th percentile", roundTrip.percentile99, "us");
-    const double in = load.bytesPerSecondIn(1000 / scale);
-    row("file chunks in: read, parsed, dispatched; payload", in / million, "MB/s");
-    row("   share of raw TCP, counting base64's third", 100 * in * 4 / 3 / loopback, "%");
+    const int mebibytes = 1024 / scale;
+    const auto fileRow = [&](const char* what, const QString& folder, bool escapes) {
+        const double rate = load.incomingFileBytesPerSecond(folder, mebibytes, escapes);
+        row(what, rate / million, "MB/s");
+        row("   share of raw TCP, counting base64's third", 100 * rate * 4 / 3 / loopback, "%");
+    };
+    const auto memoryFolder = QStringLiteral("/dev/shm");
+    const auto diskFolder = QDir::homePath();
+    fileRow("file of 1 GiB in, to memory", memoryFolder, false);
+    fileRow("   the same with every slash escaped", memoryFolder, true);
+    fileRow("file of 1 GiB in, to the home folder", diskFolder, false);
     row("peak memory so far, load generator included", peakMebibytes(), "MiB");
-    const double out = load.bytesPerSecondOut(500 / scale);
-    row("file chunks out to one phone; payload", out / million, "MB/s");
-    row("   share of raw TCP, counting base64's third", 100 * out * 4 / 3 / loopback, "%");
+
+    QTemporaryFile file(memoryFolder + QStringLiteral("/brenvale-bench-XXXXXX"));
+    if (file.open() && file.resize(qint64{mebibytes} << 20)) {
+        const auto outgoing = load.sendFile(file.fileName());
+        row("file of 1 GiB out: read and queued after", outgoing.queuedSeconds, "s");
+        row("   all of it at the phone after", outgoing.sentSeconds, "s");
+        row("   resident now, load generator included", residentMebibytes(), "MiB");
+        row("   peak", peakMebibytes(), "MiB");
+    }
     return 0;
 }

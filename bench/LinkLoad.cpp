@@ -2,9 +2,12 @@
 
 #include "ClientFrames.h"
 #include "Phone.h"
+#include "transfer/FileChunkText.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
+#include <QRandomGenerator>
 
 #include <algorithm>
 #include <chrono>
@@ -19,7 +22,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr double chunkBytes = 1 << 20;
-constexpr qsizetype base64Size = (1 << 20) / 3 * 4 + 4;
 
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
@@ -38,9 +40,11 @@ QByteArray notification(int number) {
            QByteArray::number(number) + R"(|null|10234"})";
 }
 
-QByteArray fileChunk() {
-    return R"({"action":"file_chunk","fileName":"photo.jpg","fileData":")" + QByteArray(base64Size, 'A') +
-           R"(","isLast":false})";
+/// The contents of a chunk of a compressed file.
+QByteArray randomBytes() {
+    QByteArray bytes(1 << 20, Qt::Uninitialized);
+    std::ranges::generate(bytes, [] { return static_cast<char>(QRandomGenerator::global()->generate()); });
+    return bytes;
 }
 
 } // namespace
@@ -107,37 +111,49 @@ LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
     return {.median = times[times.size() / 2], .percentile99 = times[times.size() * 99 / 100]};
 }
 
-double LinkLoad::bytesPerSecondIn(int chunks) {
+double LinkLoad::incomingFileBytesPerSecond(const QString& folder, int mebibytes, bool escapesSlashes) {
+    downloads_.path = folder;
     Phone phone;
     (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
-    const auto frame = phone::textFrames({fileChunk()});
-    const auto end = phone::textFrames({notification(-1)});
-    const int expected = center_.requests + 1;
+    const auto name = QStringLiteral("brenvale-bench.bin");
+    const auto chunk = [&](bool isLast) {
+        auto text = fileChunkText(name, randomBytes(), isLast);
+        return phone::textFrames({escapesSlashes ? text.replace('/', "\\/") : text});
+    };
+    const auto middle = chunk(false);
+    const auto last = chunk(true);
+    const int expected = center_.requests + 3; // at the start one notification, at the end two
     const auto start = Clock::now();
-    for (int i = 0; i < chunks; ++i) {
-        phone.sendPrepared(frame);
+    phone.sendPrepared(phone::textFrames({fileTransferStartText(name, qint64{mebibytes} << 20)}));
+    for (int i = 1; i < mebibytes; ++i) {
+        phone.sendPrepared(middle);
     }
-    phone.sendPrepared(end);
+    phone.sendPrepared(last);
     serveUntil([&] { return center_.requests >= expected; });
-    return chunkBytes * chunks / secondsSince(start);
+    const double seconds = secondsSince(start);
+    QFile::remove(folder + u'/' + name);
+    return chunkBytes * mebibytes / seconds;
 }
 
-double LinkLoad::bytesPerSecondOut(int chunks) {
+LinkLoad::Outgoing LinkLoad::sendFile(const QString& path) {
     Phone phone;
-    std::atomic<int> received = -1; // the greeting comes first
-    phone.onMessage([&](const QByteArray& /*message*/) {
-        if (++received == chunks) {
+    std::atomic<bool> hasLast = false;
+    phone.onMessage([&](const QByteArray& message) {
+        if (message.first(80).contains(R"("isLast":true)")) { // the long member stands behind the others
+            hasLast = true;
             main_.async([] {});
         }
     });
     (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
-    const auto chunk = fileChunk();
+    Outgoing outgoing{};
+    const int expected = center_.requests + 1;
     const auto start = Clock::now();
-    for (int i = 0; i < chunks; ++i) {
-        server_->send(chunk);
-    }
-    serveUntil([&] { return received >= chunks; });
-    return chunkBytes * chunks / secondsSince(start);
+    server_->sendFile(QUrl::fromLocalFile(path));
+    serveUntil([&] { return center_.requests >= expected; });
+    outgoing.queuedSeconds = secondsSince(start);
+    serveUntil([&] { return hasLast.load(); });
+    outgoing.sentSeconds = secondsSince(start);
+    return outgoing;
 }
 
 } // namespace brenvale::bench

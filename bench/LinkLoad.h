@@ -3,6 +3,7 @@
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
+#include "platform/Downloads.h"
 #include "platform/InternalNotifications.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
@@ -12,7 +13,6 @@
 #include "platform/linux/QtPasteboard.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
-#include "platform/linux/XdgDownloads.h"
 #include "records/HistoryStore.h"
 
 #include <atomic>
@@ -35,9 +35,17 @@ public:
     /// Microseconds from a phone's message by way of the main thread to the answer at the phone.
     [[nodiscard]] RoundTrip roundTripMicroseconds(int count);
 
-    /// Payload bytes a second of file chunks, each of 1 MiB in base64, from and to one phone.
-    [[nodiscard]] double bytesPerSecondIn(int chunks);
-    [[nodiscard]] double bytesPerSecondOut(int chunks);
+    /// Payload bytes a second of a file from one phone to `folder`, in chunks of 1 MiB. With `escapesSlashes`
+    /// every slash of the base64 comes as "\\/", as Android writes JSON.
+    [[nodiscard]] double incomingFileBytesPerSecond(const QString& folder, int mebibytes,
+                                                    bool escapesSlashes);
+
+    struct Outgoing {
+        double queuedSeconds; ///< until the whole file has been read
+        double sentSeconds;   ///< until the phone has the last of it
+    };
+    /// A file from the desktop to one phone.
+    [[nodiscard]] Outgoing sendFile(const QString& path);
 
 private:
     struct Settings final : UserDefaults {
@@ -56,9 +64,14 @@ private:
         std::atomic<int> requests = 0;
     };
 
+    struct Folder final : Downloads {
+        [[nodiscard]] QString folder() const override { return path; }
+        QString path;
+    };
+
     SystemClock clock_;
     HostnamedComputerName computerName_;
-    XdgDownloads downloads_;
+    Folder downloads_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     QtPasteboard pasteboard_;
