@@ -31,10 +31,17 @@ std::expected<std::unique_ptr<QFile>, QString> createFile(const QString& path) {
     return file;
 }
 
-/// Adds `bytes` to the end of the file. Gives the file's new length, or nothing and the file's error.
+/// Adds `bytes` to the end of the file. Gives the file's new length, or nothing, and then the file has the error.
 std::optional<qint64> append(QFile& file, QByteArrayView bytes) {
-    if (!file.seek(file.size()) || file.write(bytes.data(), bytes.size()) != bytes.size()) {
+    if (!file.seek(file.size())) {
         return {};
+    }
+    while (!bytes.isEmpty()) { // a disk that fills up takes a part first, and tells its error for the rest
+        const auto written = file.write(bytes.data(), bytes.size());
+        if (written <= 0) {
+            return {};
+        }
+        bytes = bytes.sliced(written);
     }
     return file.pos();
 }
