@@ -111,13 +111,14 @@ constexpr std::size_t chunkSize = 1'048'576;
 QByteArray chunkBytes() {
     QByteArray bytes(chunkSize, Qt::Uninitialized);
     std::minstd_rand random;
-    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random() >> 8 & 0xff); });
+    std::ranges::generate(bytes, [&] { return static_cast<char>(random() >> 8 & 0xff); });
     return bytes;
 }
 
 /// Counts file contents, not their text.
 void countChunk(benchmark::State& state) {
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * chunkSize));
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                            static_cast<std::int64_t>(chunkSize));
 }
 
 void decodeChunk(benchmark::State& state, const std::string& text, Base64Way way) {
@@ -156,7 +157,7 @@ void encodeBase64Chunk(benchmark::State& state, Base64Way way) {
 void appendBase64Chunk(benchmark::State& state, Base64Slashes slashes) {
     const QByteArray bytes = chunkBytes();
     QByteArray text;
-    text.reserve(static_cast<qsizetype>(2 * base64EncodedSize(chunkSize)));
+    text.reserve(2 * static_cast<qsizetype>(base64EncodedSize(chunkSize)));
     for (auto _ : state) {
         text.resize(0);
         appendBase64(bytes, text, slashes);
@@ -172,14 +173,14 @@ BENCHMARK(decodeNotification);
 BENCHMARK(decodeSmsLog)->Arg(50'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addToStore);
 BENCHMARK(rememberBody);
-BENCHMARK_CAPTURE(decodeBase64Clean, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(decodeBase64Clean, scalar, Base64Way::scalar);
 BENCHMARK_CAPTURE(decodeBase64Clean, fastest, fastestBase64Way());
-BENCHMARK_CAPTURE(decodeBase64Lines, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(decodeBase64Lines, scalar, Base64Way::scalar);
 BENCHMARK_CAPTURE(decodeBase64Lines, fastest, fastestBase64Way());
-BENCHMARK_CAPTURE(encodeBase64Chunk, scalar, Base64Way::Scalar);
+BENCHMARK_CAPTURE(encodeBase64Chunk, scalar, Base64Way::scalar);
 BENCHMARK_CAPTURE(encodeBase64Chunk, fastest, fastestBase64Way());
-BENCHMARK_CAPTURE(appendBase64Chunk, bare, Base64Slashes::Bare);
-BENCHMARK_CAPTURE(appendBase64Chunk, escaped, Base64Slashes::Escaped);
+BENCHMARK_CAPTURE(appendBase64Chunk, bare, Base64Slashes::bare);
+BENCHMARK_CAPTURE(appendBase64Chunk, escaped, Base64Slashes::escaped);
 
 } // namespace
 

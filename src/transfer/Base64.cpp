@@ -22,15 +22,15 @@ constexpr auto meanings = [] {
     std::array<std::uint8_t, 256> table{};
     table.fill(foreignByte);
     table['='] = padByte;
-    for (std::uint8_t bits = 0; bits < alphabet.size(); ++bits) {
-        table[static_cast<unsigned char>(alphabet[bits])] = bits;
+    for (std::size_t bits = 0; bits < alphabet.size(); ++bits) {
+        table[static_cast<unsigned char>(alphabet[bits])] = static_cast<std::uint8_t>(bits);
     }
     return table;
 }();
 
 /// By how much to shift a byte so that it becomes the `index`-th in the memory of a 32-bit number.
 constexpr unsigned shiftToByte(unsigned index) {
-    return std::endian::native == std::endian::little ? 8 * index : 24 - 8 * index;
+    return std::endian::native == std::endian::little ? 8 * index : 24 - (8 * index);
 }
 
 /// The fourth byte of a group, which no character of the alphabet contributes to.
@@ -127,7 +127,7 @@ bool endsWell(Base64Cursor cursor, const PartialGroup& lastGroup) {
     return count % 4 == 0;
 }
 
-constexpr std::size_t pairCount = 64 * 64;
+constexpr std::size_t pairCount = 4096;
 
 /// The two characters for each twelve bits.
 constexpr auto characterPairs = [] {
@@ -215,13 +215,13 @@ void escapeSlashes(QByteArray& text, qsizetype start) {
 } // namespace
 
 Base64Way fastestBase64Way() {
-    return hasBase64Avx2() ? Base64Way::Avx2 : Base64Way::Scalar;
+    return hasBase64Avx2() ? Base64Way::avx2 : Base64Way::scalar;
 }
 
 std::optional<std::size_t> decodeBase64(std::string_view text, char* out, Base64Way way) {
     const auto* begin = reinterpret_cast<const unsigned char*>(text.data());
     Base64Cursor cursor{.in = begin, .end = begin + text.size(), .out = out};
-    const auto decodeRun = way == Base64Way::Avx2 ? decodeBase64RunAvx2 : decodeRunScalar;
+    const auto decodeRun = way == Base64Way::avx2 ? decodeBase64RunAvx2 : decodeRunScalar;
     std::optional<PartialGroup> lastGroup;
     while (!lastGroup) {
         // What stops a run is mostly a line end, so between groups: no need for the slow step then.
@@ -260,7 +260,7 @@ void Base64Decoder::release() {
 char* encodeBase64(QByteArrayView bytes, char* out, Base64Way way) {
     const auto* begin = reinterpret_cast<const unsigned char*>(bytes.data());
     Base64Cursor cursor{.in = begin, .end = begin + bytes.size(), .out = out};
-    if (way == Base64Way::Avx2) {
+    if (way == Base64Way::avx2) {
         encodeBase64RunAvx2(cursor);
     } else {
         encodeRunScalar(cursor);
@@ -275,7 +275,7 @@ void appendBase64(QByteArrayView bytes, QByteArray& text, Base64Slashes slashes)
     const qsizetype start = text.size();
     text.resize(start + static_cast<qsizetype>(base64EncodedSize(static_cast<std::size_t>(bytes.size()))));
     encodeBase64(bytes, text.data() + start);
-    if (slashes == Base64Slashes::Escaped) {
+    if (slashes == Base64Slashes::escaped) {
         escapeSlashes(text, start);
     }
 }

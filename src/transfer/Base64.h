@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -14,7 +15,7 @@
 namespace brenvale {
 
 /// How the bulk of the work is done. Every way gives the same result; only the tests have to choose.
-enum class Base64Way { Scalar, Avx2 };
+enum class Base64Way : std::uint8_t { scalar, avx2 };
 
 /// The fastest way that this processor offers.
 [[nodiscard]] Base64Way fastestBase64Way();
@@ -61,9 +62,9 @@ private:
 char* encodeBase64(QByteArrayView bytes, char* out, Base64Way way = fastestBase64Way());
 
 /// Whether '/' is written bare or as the "\/" that JSON also allows.
-enum class Base64Slashes { Bare, Escaped };
+enum class Base64Slashes : std::uint8_t { bare, escaped };
 
 /// Adds `bytes` as base64 behind `text`. Reserve room in `text` beforehand to have no copy made.
-void appendBase64(QByteArrayView bytes, QByteArray& text, Base64Slashes slashes = Base64Slashes::Bare);
+void appendBase64(QByteArrayView bytes, QByteArray& text, Base64Slashes slashes = Base64Slashes::bare);
 
 } // namespace brenvale

@@ -5,6 +5,7 @@
 #include <immintrin.h>
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 
 namespace brenvale {
@@ -13,8 +14,8 @@ namespace {
 
 // A 128-bit lane holds 16 characters, which are 12 bytes: a lane is stored or loaded whole, so four bytes
 // more than it is about. The next lane overwrites them, and behind the last lane there must be room for them.
-constexpr int charactersPerLane = 16;
-constexpr int bytesPerLane = 12;
+constexpr std::ptrdiff_t charactersPerLane = 16;
+constexpr std::ptrdiff_t bytesPerLane = 12;
 
 [[gnu::target("avx2")]] inline __m256i bothLanes(__m128i lane) {
     return _mm256_broadcastsi128_si256(lane);
@@ -111,12 +112,12 @@ constexpr int bytesPerLane = 12;
 } // namespace
 
 bool hasBase64Avx2() {
-    return __builtin_cpu_supports("avx2") != 0;
+    return static_cast<bool>(__builtin_cpu_supports("avx2"));
 }
 
 [[gnu::target("avx2")]] void decodeBase64RunAvx2(Base64Cursor& cursor) {
-    constexpr int characters = 2 * charactersPerLane;
-    constexpr int margin = 8; // two more groups, whose six bytes have room for the four that are too many
+    constexpr std::ptrdiff_t characters = 2 * charactersPerLane;
+    constexpr std::ptrdiff_t margin = 8; // two more groups: in their room lie the four bytes too many
     const unsigned char* in = cursor.in;
     char* out = cursor.out;
     while (cursor.end - in >= characters + margin) {
@@ -126,7 +127,7 @@ bool hasBase64Avx2() {
         if (_mm256_testz_si256(foreign, foreign) == 0) {
             const __m256i isClean = _mm256_cmpeq_epi8(foreign, _mm256_setzero_si256());
             const auto clean = static_cast<std::uint32_t>(_mm256_movemask_epi8(isClean));
-            const int groups = std::countr_one(clean) / 4;
+            const std::ptrdiff_t groups = std::countr_one(clean) / 4;
             in += groups * 4;
             out += groups * 3;
             break;
@@ -139,8 +140,8 @@ bool hasBase64Avx2() {
 }
 
 [[gnu::target("avx2")]] void encodeBase64RunAvx2(Base64Cursor& cursor) {
-    constexpr int bytes = 2 * bytesPerLane;
-    constexpr int margin = charactersPerLane - bytesPerLane; // the last lane is loaded whole
+    constexpr std::ptrdiff_t bytes = 2 * bytesPerLane;
+    constexpr std::ptrdiff_t margin = charactersPerLane - bytesPerLane; // the last lane is loaded whole
     const unsigned char* in = cursor.in;
     char* out = cursor.out;
     while (cursor.end - in >= bytes + margin) {

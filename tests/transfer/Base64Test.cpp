@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <random>
 #include <string>
@@ -18,8 +19,8 @@ constexpr std::string_view canary = "nobody may write here";
 using Decoded = std::optional<std::string>;
 
 std::vector<Base64Way> ways() {
-    std::vector<Base64Way> all{Base64Way::Scalar};
-    if (fastestBase64Way() != Base64Way::Scalar) {
+    std::vector<Base64Way> all{Base64Way::scalar};
+    if (fastestBase64Way() != Base64Way::scalar) {
         all.push_back(fastestBase64Way());
     }
     return all;
@@ -58,10 +59,10 @@ Decoded plainlyDecoded(std::string_view text) {
 /// Keeps the text in memory of exactly its size, so that the address sanitizer sees a read beyond it.
 Decoded decodedIn(Base64Way way, std::string_view text) {
     const auto exact = std::make_unique_for_overwrite<char[]>(text.size());
-    std::copy(text.begin(), text.end(), exact.get());
+    std::ranges::copy(text, exact.get());
     const std::size_t capacity = base64DecodedCapacity(text.size());
     const auto out = std::make_unique_for_overwrite<char[]>(capacity + canary.size());
-    std::copy(canary.begin(), canary.end(), out.get() + capacity);
+    std::ranges::copy(canary, out.get() + capacity);
 
     const auto size = decodeBase64({exact.get(), text.size()}, out.get(), way);
 
@@ -84,9 +85,9 @@ Decoded decoded(std::string_view text) {
 std::string encodedIn(Base64Way way, QByteArrayView bytes) {
     const std::size_t size = base64EncodedSize(static_cast<std::size_t>(bytes.size()));
     const auto exact = std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(bytes.size()));
-    std::copy(bytes.begin(), bytes.end(), exact.get());
+    std::ranges::copy(bytes, exact.get());
     const auto out = std::make_unique_for_overwrite<char[]>(size + canary.size());
-    std::copy(canary.begin(), canary.end(), out.get() + size);
+    std::ranges::copy(canary, out.get() + size);
 
     const char* end = encodeBase64({exact.get(), bytes.size()}, out.get(), way);
 
@@ -104,7 +105,7 @@ public:
 
     QByteArray bytes(std::size_t size) {
         QByteArray result(static_cast<qsizetype>(size), Qt::Uninitialized);
-        std::generate(result.begin(), result.end(), [this] { return byte(); });
+        std::ranges::generate(result, [this] { return byte(); });
         return result;
     }
 
@@ -115,8 +116,9 @@ private:
 /// Mostly clean or mostly noise, whole or cut off, with its padding right, wrong or in the midst.
 std::string randomText(Random& random, std::size_t characters) {
     static constexpr std::string_view likelyNoise("\r\n \t-_.\\\0\x7f\x80\xff", 12);
-    static constexpr std::size_t noiseRates[] = {2, 8, 80, 400, std::numeric_limits<std::size_t>::max()};
-    const std::size_t noiseRate = noiseRates[random.below(std::size(noiseRates))];
+    static constexpr std::array<std::size_t, 5> noiseRates{2, 8, 80, 400,
+                                                           std::numeric_limits<std::size_t>::max()};
+    const std::size_t noiseRate = noiseRates[random.below(noiseRates.size())];
     std::string text;
     const auto add = [&](char character) {
         while (random.oneIn(noiseRate)) {
@@ -129,8 +131,9 @@ std::string randomText(Random& random, std::size_t characters) {
     for (std::size_t i = 0; i < characters; ++i) {
         add(random.letter());
     }
-    const auto known = static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char character) { return alphabet.find(character) != alphabet.npos; }));
+    const auto known = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char character) {
+        return alphabet.find(character) != std::string_view::npos;
+    }));
     const std::size_t missing = (4 - known % 4) % 4;
     const std::size_t pads = random.oneIn(4) ? random.below(9) : missing + (random.oneIn(8) ? 4 : 0);
     for (std::size_t i = 0; i < pads; ++i) {
@@ -337,7 +340,7 @@ TEST(Base64Encoding, EscapedSlashesLeaveTheTextBeforeAlone) {
         const QByteArray bytes =
             random.oneIn(4) ? QByteArray(static_cast<qsizetype>(size), '\xff') : random.bytes(size);
         QByteArray text = "a/b";
-        appendBase64(bytes, text, Base64Slashes::Escaped);
+        appendBase64(bytes, text, Base64Slashes::escaped);
         EXPECT_EQ(text, "a/b" + bytes.toBase64().replace("/", "\\/"));
     }
 }
