@@ -63,19 +63,25 @@ LinkLoad::LinkLoad(quint16 port) {
     server_->onStatusChange = {};
 }
 
+void LinkLoad::connect(Phone& phone) const {
+    if (const auto connected = phone.connect(QStringLiteral("127.0.0.1"), server_->port()); !connected) {
+        qFatal("the link does not answer: %s", qUtf8Printable(connected.error()));
+    }
+}
+
 double LinkLoad::notificationsPerSecond(int phones, int count) {
     std::vector<std::unique_ptr<Phone>> senders;
     std::vector<QByteArray> frames;
     for (int phone = 0; phone < phones; ++phone) {
         QList<QByteArray> messages;
         for (int i = 0; i < count / phones; ++i) {
-            messages.append(notification(phone * (count / phones) + i));
+            messages.append(notification((phone * (count / phones)) + i));
         }
         frames.push_back(phone::textFrames(messages));
         senders.push_back(std::make_unique<Phone>());
-        (void)senders.back()->connect(QStringLiteral("127.0.0.1"), server_->port());
+        connect(*senders.back());
     }
-    const int expected = center_.requests + count / phones * phones;
+    const int expected = center_.requests + (count / phones * phones);
     const auto start = Clock::now();
     for (int phone = 0; phone < phones; ++phone) {
         senders[static_cast<std::size_t>(phone)]->sendPrepared(frames[static_cast<std::size_t>(phone)]);
@@ -105,7 +111,7 @@ LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
         start = Clock::now();
         phone.sendText(message);
     });
-    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    connect(phone);
     serveUntil([&] { return isDone.load(); });
     std::ranges::sort(times);
     return {.median = times[times.size() / 2], .percentile99 = times[times.size() * 99 / 100]};
@@ -114,7 +120,7 @@ LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
 double LinkLoad::incomingFileBytesPerSecond(const QString& folder, int mebibytes, bool escapesSlashes) {
     downloads_.path = folder;
     Phone phone;
-    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    connect(phone);
     const auto name = QStringLiteral("brenvale-bench.bin");
     const auto chunk = [&](bool isLast) {
         auto text = fileChunkText(name, randomBytes(), isLast);
@@ -139,12 +145,12 @@ LinkLoad::Outgoing LinkLoad::sendFile(const QString& path) {
     Phone phone;
     std::atomic<bool> hasLast = false;
     phone.onMessage([&](const QByteArray& message) {
-        if (message.first(80).contains(R"("isLast":true)")) { // the long member stands behind the others
+        if (message.left(80).contains(R"("isLast":true)")) { // the long member stands behind the others
             hasLast = true;
             main_.async([] {});
         }
     });
-    (void)phone.connect(QStringLiteral("127.0.0.1"), server_->port());
+    connect(phone);
     Outgoing outgoing{};
     const int expected = center_.requests + 1;
     const auto start = Clock::now();

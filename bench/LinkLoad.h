@@ -17,6 +17,10 @@
 
 #include <atomic>
 
+namespace brenvale {
+class Phone;
+}
+
 namespace brenvale::bench {
 
 /// The real link, log and store, over loopback. Only the desktop's notification server is left out: it takes
@@ -68,6 +72,8 @@ private:
         [[nodiscard]] QString folder() const override { return path; }
         QString path;
     };
+
+    void connect(Phone& phone) const;
 
     SystemClock clock_;
     HostnamedComputerName computerName_;

@@ -41,7 +41,7 @@ double secondsSince(Clock::time_point start) {
 
 double loopbackBytesPerSecond() {
     SocketPair sockets;
-    std::jthread writer([&sockets] {
+    const std::jthread writer([&sockets] {
         const std::vector<char> block(1 << 20, 'x');
         boost::system::error_code error;
         for (const auto start = Clock::now(); secondsSince(start) < 1 && !error;) {
@@ -74,7 +74,7 @@ double memoryCopyBytesPerSecond() {
 
 double loopbackRoundTripMicroseconds() {
     SocketPair sockets;
-    std::jthread echo([&sockets] {
+    const std::jthread echo([&sockets] {
         std::array<char, 100> block{};
         boost::system::error_code error;
         while (!error) {

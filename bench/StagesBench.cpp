@@ -32,7 +32,7 @@ std::string smsLogText(int count) {
     for (int i = 0; i < count; ++i) {
         text += (i == 0 ? "" : ",") + std::string(R"({"address":"+4917012345)") + std::to_string(i % 300) +
                 R"(","name":"Имя Фамилия","body":"Привет, wie geht es dir? 你好 )" + std::to_string(i) +
-                R"(","date":1700000000000,"type":)" + std::to_string(1 + i % 2) + "}";
+                R"(","date":1700000000000,"type":)" + std::to_string(1 + (i % 2)) + "}";
     }
     return text + "]}";
 }
@@ -49,7 +49,8 @@ void parse(benchmark::State& state, const std::string& text) {
         auto document = reader.parse(message);
         benchmark::DoNotOptimize(document);
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                            static_cast<std::int64_t>(text.size()));
 }
 
 void parseNotification(benchmark::State& state) {

@@ -14,7 +14,7 @@ int main(int argc, char* argv[]) {
 
     setUpProcess();
     chooseDisplay();
-    QGuiApplication application(argc, argv);
+    const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("brenvale"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));

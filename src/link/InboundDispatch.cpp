@@ -47,7 +47,7 @@ void WebSocketServer::handle(const MessageBuffer& data) {
         return;
     }
     if (const auto action = json->utf8("action")) {
-        const auto branch = std::ranges::find(branches, *action, &Branch::action);
+        const auto* branch = std::ranges::find(branches, *action, &Branch::action);
         if (branch != branches.end()) {
             (this->*branch->run)(*json);
         }

@@ -3,12 +3,11 @@
 #include <QByteArray>
 
 #include <charconv>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
-
-#include <locale.h>
 
 namespace brenvale {
 
@@ -29,7 +28,8 @@ bool fitsAnInteger(std::string_view token) {
     std::uint64_t whole = 0;
     const auto digits = token.substr(isNegative ? 1 : 0);
     const auto [end, error] = std::from_chars(digits.begin(), digits.end(), whole);
-    return error != std::errc::result_out_of_range && !(isNegative && whole > std::uint64_t{1} << 63);
+    const bool isTooLow = isNegative && whole > std::uint64_t{1} << 63;
+    return error != std::errc::result_out_of_range && !isTooLow;
 }
 
 /// The number as the parser can take it; empty where it can already, or where it is none.

@@ -24,18 +24,20 @@ template <typename Handler>
 void async_teardown(boost::beast::role_type role, LinkSocket& socket, Handler&& handler) {
     constexpr std::chrono::seconds patience{5};
     auto timer = std::make_shared<boost::asio::steady_timer>(socket.get_executor(), patience);
-    timer->async_wait([&socket](const boost::system::error_code& error) {
-        if (!error) {
+    const auto hasEnded = std::make_shared<bool>(false); // the timer may have expired just before the end
+    timer->async_wait([&socket, hasEnded](const boost::system::error_code& error) {
+        if (!error && !*hasEnded) {
             boost::system::error_code ignored;
             socket.shutdown(boost::asio::ip::tcp::socket::shutdown_both, ignored); // reads then find the end
         }
     });
-    boost::beast::websocket::async_teardown(
-        role, static_cast<boost::asio::ip::tcp::socket&>(socket),
-        [timer, handler = std::forward<Handler>(handler)](const boost::system::error_code& error) mutable {
-            timer->cancel();
-            std::move(handler)(error);
-        });
+    boost::beast::websocket::async_teardown(role, static_cast<boost::asio::ip::tcp::socket&>(socket),
+                                            [timer, hasEnded, handler = std::forward<Handler>(handler)](
+                                                const boost::system::error_code& error) mutable {
+                                                *hasEnded = true;
+                                                timer->cancel();
+                                                std::move(handler)(error);
+                                            });
 }
 
 } // namespace brenvale

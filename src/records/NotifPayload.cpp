@@ -17,7 +17,7 @@ QDateTime NotifPayload::date() const {
 QString NotifPayload::formattedTime() const {
     const QLocale locale;
     const auto instant = date();
-    const auto timeText = locale.toString(instant.time(), QLocale::ShortFormat);
+    auto timeText = locale.toString(instant.time(), QLocale::ShortFormat);
     if (instant.date() == QDate::currentDate()) {
         return timeText;
     }

@@ -10,10 +10,8 @@ namespace {
 
 // The typed read of one value, by the type of the field that takes it.
 bool assign(const JsonValue& value, QString& field) {
-    auto text = value.string();
-    if (text) {
-        field = *std::move(text);
-    }
+    const auto text = value.string();
+    field = text.value_or(field);
     return text.has_value();
 }
 

@@ -112,7 +112,7 @@ constexpr std::ptrdiff_t bytesPerLane = 12;
 } // namespace
 
 bool hasBase64Avx2() {
-    return static_cast<bool>(__builtin_cpu_supports("avx2"));
+    return __builtin_cpu_supports("avx2");
 }
 
 [[gnu::target("avx2")]] void decodeBase64RunAvx2(Base64Cursor& cursor) {

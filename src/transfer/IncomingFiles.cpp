@@ -31,7 +31,8 @@ std::expected<std::unique_ptr<QFile>, QString> createFile(const QString& path) {
     return file;
 }
 
-/// Adds `bytes` to the end of the file. Gives the file's new length, or nothing, and then the file has the error.
+/// Adds `bytes` to the end of the file. Gives the file's new length, or nothing, and then the file has the
+/// error.
 std::optional<qint64> append(QFile& file, QByteArrayView bytes) {
     if (!file.seek(file.size())) {
         return {};

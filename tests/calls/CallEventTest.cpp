@@ -40,15 +40,19 @@ std::string described(const CallOutcome& outcome) {
     return text + (report->duration ? " for " + std::to_string(*report->duration) : "");
 }
 
+} // namespace
+
 struct Case {
     const char* action;
     const char* json;
     const char* outcome;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Case& sample) {
+        return stream << sample.action << ' ' << sample.json;
+    }
 };
 
-std::ostream& operator<<(std::ostream& stream, const Case& sample) {
-    return stream << sample.action << ' ' << sample.json;
-}
+namespace {
 
 class InterpretCall : public testing::TestWithParam<Case> {};
 

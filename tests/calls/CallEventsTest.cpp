@@ -4,7 +4,6 @@
 
 using namespace brenvale;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

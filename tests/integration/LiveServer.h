@@ -105,7 +105,7 @@ private:
 
 inline quint16 LiveServer::freePort() {
     boost::asio::io_context context;
-    boost::asio::ip::tcp::acceptor probe(context, {boost::asio::ip::tcp::v6(), 0});
+    const boost::asio::ip::tcp::acceptor probe(context, {boost::asio::ip::tcp::v6(), 0});
     return probe.local_endpoint().port();
 }
 

@@ -20,13 +20,14 @@ struct OutgoingSpoolTest : testing::Test {
 };
 
 QByteArray text(int number) {
-    return QByteArray(40, static_cast<char>('a' + number));
+    return {40, static_cast<char>('a' + number)};
 }
 
 } // namespace
 
 TEST_F(OutgoingSpoolTest, TextsBeyondTheLimitWaitInAFileAndComeBackUnharmed) {
     std::vector<std::shared_ptr<const OutgoingText>> texts;
+    texts.reserve(20);
     for (int i = 0; i < 20; ++i) {
         texts.push_back(spool.add(text(i)));
     }

@@ -17,6 +17,7 @@ struct BatteryAlerts : testing::Test {
     /// The titles of all alerts so far.
     [[nodiscard]] std::vector<std::string> titles() const {
         std::vector<std::string> titles;
+        titles.reserve(test.fake.userNotificationCenter.added.size());
         for (const auto& request : test.fake.userNotificationCenter.added) {
             titles.push_back(request.content.title.toStdString());
         }

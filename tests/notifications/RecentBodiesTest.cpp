@@ -47,7 +47,7 @@ TEST(RecentBodies, EntriesAreForgottenAfterThirtySeconds) {
 TEST(RecentBodies, AFloodIsForgottenAsSoonAsItCannotRepeat) {
     RecentBodies bodies;
     for (int i = 0; i < 5000; ++i) {
-        bodies.remember(QString::number(i), QStringLiteral("id"), 100 + 0.01 * i);
+        bodies.remember(QString::number(i), QStringLiteral("id"), 100 + (0.01 * i));
     }
     EXPECT_LE(bodies.size(), 1001);
     EXPECT_TRUE(bodies.repeatedIdentifier(QStringLiteral("4999"), 150));

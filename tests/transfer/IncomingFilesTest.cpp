@@ -46,6 +46,7 @@ struct IncomingFiles : testing::Test {
     /// Titles and bodies of all notifications so far.
     [[nodiscard]] std::vector<std::string> notifications() const {
         std::vector<std::string> texts;
+        texts.reserve(test.fake.userNotificationCenter.added.size());
         for (const auto& request : test.fake.userNotificationCenter.added) {
             texts.push_back(
                 (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());

@@ -39,6 +39,7 @@ struct OutgoingFiles : testing::Test {
 
     [[nodiscard]] std::vector<std::string> notifications() const {
         std::vector<std::string> texts;
+        texts.reserve(test.fake.userNotificationCenter.added.size());
         for (const auto& request : test.fake.userNotificationCenter.added) {
             texts.push_back(
                 (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());

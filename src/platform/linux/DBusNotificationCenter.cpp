@@ -22,6 +22,9 @@ const QString desktopEntry = QStringLiteral("org.brenvale.Brenvale");
 /// How many requests may wait for a slow server; beyond that the oldest ones fail.
 constexpr std::size_t maxWaiting = 1000;
 
+/// How many calls may be under way; more would only fill the bus's queue.
+constexpr qsizetype maxCalling = 64;
+
 /// How many notifications are remembered as being on show, for servers that never tell when one is closed.
 constexpr std::size_t maxShown = 1000;
 
@@ -91,24 +94,29 @@ void DBusNotificationCenter::enqueue(Show show) {
 }
 
 void DBusNotificationCenter::takeNext() {
-    if (isCalling_ || waiting_.empty()) {
-        return;
-    }
     if (!QDBusConnection::sessionBus().isConnected()) {
         failWaiting(QStringLiteral("there is no session bus"));
         return;
     }
-    if (!capabilities_) {
-        readCapabilities();
-        return;
+    while (!waiting_.empty() && canTake(waiting_.front())) {
+        if (!capabilities_) {
+            readCapabilities();
+            return;
+        }
+        auto step = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (auto* next = std::get_if<Show>(&step)) {
+            show(std::move(*next));
+        } else {
+            close(std::get<Close>(step));
+        }
     }
-    auto step = std::move(waiting_.front());
-    waiting_.pop_front();
-    if (auto* next = std::get_if<Show>(&step)) {
-        show(std::move(*next));
-    } else {
-        close(std::get<Close>(step));
-    }
+}
+
+bool DBusNotificationCenter::canTake(const Step& step) const {
+    const auto* show = std::get_if<Show>(&step);
+    const auto& identifier = show != nullptr ? show->request.identifier : std::get<Close>(step).identifier;
+    return !isAskingCapabilities_ && calling_.size() < maxCalling && !calling_.contains(identifier);
 }
 
 void DBusNotificationCenter::failWaiting(const QString& error) {
@@ -121,13 +129,13 @@ void DBusNotificationCenter::failWaiting(const QString& error) {
 }
 
 void DBusNotificationCenter::readCapabilities() {
+    isAskingCapabilities_ = true;
     call(methodCall(QStringLiteral("GetCapabilities")), [this](const QDBusMessage& answer) {
-        // A server that does not tell has none; one that is not there answers the request itself with its
-        // error.
-        const auto list = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()
-                              ? answer.arguments().constFirst().toStringList()
-                              : QStringList();
+        isAskingCapabilities_ = false;
+        const bool hasAnswered = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty();
+        const auto list = hasAnswered ? answer.arguments().constFirst().toStringList() : QStringList();
         capabilities_ = QSet<QString>(list.begin(), list.end());
+        areCapabilitiesGuessed_ = !hasAnswered;
     });
 }
 
@@ -142,7 +150,7 @@ QDBusMessage DBusNotificationCenter::notifyCall(const NotificationRequest& reque
     if (!content.threadIdentifier.isEmpty()) {
         hints.insert(QStringLiteral("x-kde-origin-name"), content.threadIdentifier);
     }
-    const bool hasMarkup = capabilities_->contains(QStringLiteral("body-markup"));
+    const bool hasMarkup = capabilities_ && capabilities_->contains(QStringLiteral("body-markup"));
     auto message = methodCall(QStringLiteral("Notify"));
     message << QStringLiteral("Brenvale") << shown_.serverId(request.identifier) << QStringLiteral("phone")
             << notificationSummary(content) << notificationBody(content, hasMarkup) << QStringList() << hints
@@ -152,8 +160,14 @@ QDBusMessage DBusNotificationCenter::notifyCall(const NotificationRequest& reque
 
 void DBusNotificationCenter::show(Show show) {
     const auto message = notifyCall(show.request);
+    if (areCapabilitiesGuessed_) {
+        capabilities_.reset(); // there may be a server that tells them by the time of the next request
+    }
+    retries_ = 0;
+    calling_.insert(show.request.identifier);
     call(message,
          [this, generation = generation_, show = std::move(show)](const QDBusMessage& answer) mutable {
+             calling_.remove(show.request.identifier);
              showAnswered(std::move(show), generation, answer);
          });
 }
@@ -162,9 +176,11 @@ void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBu
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
         shown_.insert(show.request.identifier, answer.arguments().constFirst().toUInt());
     } else if (generation != generation_ && !show.isSecondTry) {
-        // The server went away while it had the request; the one that follows it gets it again.
+        // The server went away while it had the request; the one that follows it gets it again, in the old
+        // order.
         show.isSecondTry = true;
-        waiting_.emplace_front(std::move(show));
+        waiting_.emplace(waiting_.begin() + std::min<std::ptrdiff_t>(retries_++, std::ssize(waiting_)),
+                         std::move(show));
         return;
     } else if (answer.errorName() != alreadyShownError) {
         if (show.completion) {
@@ -180,7 +196,6 @@ void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBu
 void DBusNotificationCenter::close(const Close& close) {
     const auto serverId = shown_.serverId(close.identifier);
     if (serverId == 0) {
-        takeNext();
         return;
     }
     shown_.remove(serverId);
@@ -191,12 +206,10 @@ void DBusNotificationCenter::close(const Close& close) {
 
 void DBusNotificationCenter::call(const QDBusMessage& message,
                                   std::move_only_function<void(const QDBusMessage&)> answered) {
-    isCalling_ = true;
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, answered = std::make_shared<decltype(answered)>(std::move(answered))](
                 QDBusPendingCallWatcher* finished) {
-                isCalling_ = false;
                 finished->deleteLater();
                 (*answered)(finished->reply());
                 takeNext();
@@ -209,6 +222,7 @@ void DBusNotificationCenter::notificationClosed(uint serverId, uint /*reason*/) 
 
 void DBusNotificationCenter::serverChanged() {
     ++generation_;
+    retries_ = 0;
     capabilities_.reset();
     shown_.clear();
 }

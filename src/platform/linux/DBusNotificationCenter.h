@@ -19,9 +19,10 @@ namespace brenvale {
 class DispatchQueue;
 
 /// Desktop notifications through org.freedesktop.Notifications on the session bus (Desktop Notifications
-/// Specification 1.2). One call is under way at a time and the others wait for its answer: only then is the
-/// server's number of a notification known, by which a later request replaces or closes it. Without a bus or
-/// a server each request ends in an error. Made on main, where all of its state lives.
+/// Specification 1.2). Calls go out in order without waiting for each other, but one that concerns a
+/// notification whose call is still under way waits, and what is behind it too: only the answer tells the
+/// server's number, by which a notification is replaced or closed. Without a bus or a server each request
+/// ends in an error. Made on main, where all of its state lives.
 class DBusNotificationCenter final : public QObject, public UserNotificationCenter {
     Q_OBJECT
 
@@ -63,6 +64,7 @@ private:
 
     void enqueue(Show show);
     void takeNext();
+    [[nodiscard]] bool canTake(const Step& step) const;
     void failWaiting(const QString& error);
     void readCapabilities();
     void show(Show show);
@@ -74,7 +76,10 @@ private:
 
     DispatchQueue& main_;
     std::deque<Step> waiting_;
-    bool isCalling_ = false;
+    QSet<QString> calling_;      ///< identifiers of the requests that the server has not answered yet
+    std::ptrdiff_t retries_ = 0; ///< requests at the head that go out a second time
+    bool isAskingCapabilities_ = false;
+    bool areCapabilitiesGuessed_ = false;       ///< nobody answered: they serve one request alone
     uint generation_ = 0;                       ///< counts the servers that came and went
     std::optional<QSet<QString>> capabilities_; ///< of the present server, once it has told
     Shown shown_;

@@ -19,8 +19,8 @@ constexpr int keptHeapTop = 8 << 20;
 } // namespace
 
 void setUpProcess() {
-    std::setbuf(stdout, nullptr);
-    std::setbuf(stderr, nullptr);
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
     std::signal(SIGPIPE, SIG_IGN);
     // Diagnostics are for who asks for them, by QT_LOGGING_RULES.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false\n*.warning=false"));
