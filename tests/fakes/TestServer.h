@@ -6,6 +6,9 @@
 #include "link/WebSocketServer.h"
 #include "records/HistoryStore.h"
 
+#include <string>
+#include <vector>
+
 namespace brenvale {
 
 /// A server with its store over the in-memory platform, both queues stepped by hand.
@@ -45,6 +48,17 @@ struct TestServer {
         }
         phone->deliver(message);
         run();
+    }
+
+    /// Title and body of every notification so far, "title: body".
+    [[nodiscard]] std::vector<std::string> notifications() const {
+        std::vector<std::string> texts;
+        texts.reserve(fake.userNotificationCenter.added.size());
+        for (const auto& request : fake.userNotificationCenter.added) {
+            texts.push_back(
+                (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());
+        }
+        return texts;
     }
 
     /// The log without the lines that tell of connections and of sizes.

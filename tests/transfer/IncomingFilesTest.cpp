@@ -43,17 +43,6 @@ struct IncomingFiles : testing::Test {
 
     [[nodiscard]] const QList<FileTransferRecord>& rows() const { return test.store->fileTransfers.get(); }
 
-    /// Titles and bodies of all notifications so far.
-    [[nodiscard]] std::vector<std::string> notifications() const {
-        std::vector<std::string> texts;
-        texts.reserve(test.fake.userNotificationCenter.added.size());
-        for (const auto& request : test.fake.userNotificationCenter.added) {
-            texts.push_back(
-                (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());
-        }
-        return texts;
-    }
-
     TestServer test;
 };
 
@@ -83,7 +72,7 @@ TEST_F(IncomingFiles, AFileArrivesInChunks) {
 TEST_F(IncomingFiles, TheUserIsToldAtTheStartAndAtTheEnd) {
     start("a.txt", R"(,"fileSize":3)");
     chunk("a.txt", "abc", true);
-    EXPECT_THAT(notifications(),
+    EXPECT_THAT(test.notifications(),
                 ElementsAre("Receiving File...: a.txt (0%)", "File Received: Successfully received 'a.txt'",
                             "File Received: a.txt (100%)"));
     const auto& added = test.fake.userNotificationCenter.added;
@@ -172,7 +161,7 @@ TEST_F(IncomingFiles, AChunkWithoutAStartDoesNothing) {
     data("a.txt", "QUJD", {}, "file_transfer");
     EXPECT_FALSE(QFileInfo::exists(path(fileName)));
     EXPECT_TRUE(rows().isEmpty());
-    EXPECT_THAT(notifications(), IsEmpty());
+    EXPECT_THAT(test.notifications(), IsEmpty());
     EXPECT_THAT(test.dispatchLog(), IsEmpty());
 }
 
@@ -181,7 +170,7 @@ TEST_F(IncomingFiles, AfterItsEndANameHasNoSession) {
     chunk("a.txt", "abc", true);
     chunk("a.txt", "more", true);
     EXPECT_EQ(contents(fileName), "abc");
-    EXPECT_EQ(notifications().size(), 3U);
+    EXPECT_EQ(test.notifications().size(), 3U);
 }
 
 TEST_F(IncomingFiles, AMemberThatIsMissingOrOfAnotherTypeEndsSilently) {
@@ -248,7 +237,7 @@ TEST_F(IncomingFiles, AnyOtherNameIsKept) {
         chunk(odd, "x", true);
     }
     EXPECT_EQ(QDir(test.fake.downloads.folder()).entryList(QDir::Files | QDir::Hidden).size(), 5);
-    EXPECT_EQ(notifications()[1], "File Received: Successfully received '%1 $HOME ~.txt'");
+    EXPECT_EQ(test.notifications()[1], "File Received: Successfully received '%1 $HOME ~.txt'");
 }
 
 TEST_F(IncomingFiles, ALostConnectionChangesNothing) {
@@ -269,7 +258,7 @@ TEST_F(IncomingFiles, ClearingTheListLeavesTheTransferRunning) {
     chunk("a.txt", "abc", true);
     EXPECT_TRUE(rows().isEmpty());
     EXPECT_EQ(contents(fileName), "abc");
-    EXPECT_EQ(notifications().size(), 3U);
+    EXPECT_EQ(test.notifications().size(), 3U);
 }
 
 TEST_F(IncomingFiles, AWriteThatFailsIsLoggedAndTheNextChunkTriesAgain) {
@@ -294,7 +283,7 @@ TEST_F(IncomingFiles, WithoutAStoreTheFileArrivesAllTheSame) {
     start("a.txt");
     chunk("a.txt", "abc", true);
     EXPECT_EQ(contents(fileName), "abc");
-    EXPECT_EQ(notifications().size(), 3U);
+    EXPECT_EQ(test.notifications().size(), 3U);
 }
 
 TEST_F(IncomingFiles, AMillionRandomBytesArriveUnharmed) {

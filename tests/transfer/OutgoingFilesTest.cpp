@@ -37,16 +37,6 @@ struct OutgoingFiles : testing::Test {
 
     [[nodiscard]] const QList<FileTransferRecord>& rows() const { return test.store->fileTransfers.get(); }
 
-    [[nodiscard]] std::vector<std::string> notifications() const {
-        std::vector<std::string> texts;
-        texts.reserve(test.fake.userNotificationCenter.added.size());
-        for (const auto& request : test.fake.userNotificationCenter.added) {
-            texts.push_back(
-                (request.content.title + QStringLiteral(": ") + request.content.body).toStdString());
-        }
-        return texts;
-    }
-
     TestServer test;
     QTemporaryDir folder;
     const QString name = QStringLiteral("a.bin");
@@ -61,7 +51,7 @@ TEST_F(OutgoingFiles, AFileGoesAsAStartAndItsChunks) {
     EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(name, chunkSize + 1),
                                          fileChunkText(name, QByteArray(chunkSize, 'x'), false),
                                          fileChunkText(name, "x", true)));
-    EXPECT_THAT(notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
+    EXPECT_THAT(test.notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
 }
 
 TEST_F(OutgoingFiles, ExactlyOneChunkIsTheLast) {
@@ -95,7 +85,7 @@ TEST_F(OutgoingFiles, AnEmptyFileIsOnlyAnnounced) {
     EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(name, 0)));
     EXPECT_EQ(rows()[0].progress, 0);
     EXPECT_FALSE(rows()[0].isCompleted);
-    EXPECT_EQ(notifications().size(), 1U);
+    EXPECT_EQ(test.notifications().size(), 1U);
 }
 
 TEST_F(OutgoingFiles, NoMessageLeavesBeforeTheWholeFileIsRead) {
@@ -134,7 +124,7 @@ TEST_F(OutgoingFiles, EveryPhoneGetsTheFile) {
 TEST_F(OutgoingFiles, WithoutAPhoneTheUserStillSeesFileSent) {
     send(makeFile(name, QByteArray(chunkSize + 1, 'x')));
     EXPECT_TRUE(rows()[0].isCompleted);
-    EXPECT_THAT(notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
+    EXPECT_THAT(test.notifications(), ElementsAre("File Sent: Successfully sent 'a.bin' to Android"));
     EXPECT_THAT(test.dispatchLog(), IsEmpty());
 }
 
@@ -146,9 +136,9 @@ TEST_F(OutgoingFiles, AFileThatCannotBeOpenedIsToldAndHasNoRow) {
     EXPECT_THAT(phone->sent, IsEmpty());
     ASSERT_EQ(test.dispatchLog().size(), 2);
     EXPECT_EQ(test.dispatchLog()[0], "[WebSocketServer] Failed to read/send file: No such file or directory");
-    EXPECT_EQ(notifications()[0],
+    EXPECT_EQ(test.notifications()[0],
               "File Send Failed: Could not read or send 'missing.bin'. Error: No such file or directory");
-    EXPECT_TRUE(QString::fromStdString(notifications()[1])
+    EXPECT_TRUE(QString::fromStdString(test.notifications()[1])
                     .startsWith(QStringLiteral("File Send Failed: Could not read or send '%1'. Error: ")
                                     .arg(QDir(folder.path()).dirName())));
 }
@@ -166,7 +156,7 @@ TEST_F(OutgoingFiles, AnyNameGoesOut) {
     send(makeFile(odd, "x"));
     EXPECT_EQ(rows()[0].fileName, odd);
     EXPECT_EQ(phone->sent[1], fileChunkText(odd, "x", true));
-    EXPECT_EQ(notifications()[0], "File Sent: Successfully sent '50% \"ü\" 😀.bin' to Android");
+    EXPECT_EQ(test.notifications()[0], "File Sent: Successfully sent '50% \"ü\" 😀.bin' to Android");
 }
 
 TEST_F(OutgoingFiles, WithoutAStoreTheFileGoesAllTheSame) {
@@ -174,5 +164,5 @@ TEST_F(OutgoingFiles, WithoutAStoreTheFileGoesAllTheSame) {
     test.store.reset();
     send(makeFile(name, "x"));
     EXPECT_EQ(phone->sent.size(), 2U);
-    EXPECT_EQ(notifications().size(), 1U);
+    EXPECT_EQ(test.notifications().size(), 1U);
 }
