@@ -9,6 +9,8 @@
 
 #include <QGuiApplication>
 
+#include <cstdlib>
+
 int main(int argc, char* argv[]) {
     using namespace brenvale;
 
@@ -30,5 +32,6 @@ int main(int argc, char* argv[]) {
     AppDelegate delegate(WebSocketServer::shared());
 
     mainQueue.async([&delegate] { delegate.applicationDidFinishLaunching(); });
-    return QGuiApplication::exec();
+    // The system tears everything down: a step on the link's queue may take as long as it likes.
+    std::_Exit(QGuiApplication::exec());
 }

@@ -2,18 +2,51 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <charconv>
 #include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace brenvale {
 
 namespace {
 
 constexpr std::string_view numberCharacters = "0123456789+-.eE";
+
+std::string_view skipDigits(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of("0123456789"), text.size()));
+}
+
+/// Whether `token` is a number in JSON's grammar (RFC 8259), which is stricter than the C library's.
+bool isJsonNumber(std::string_view token) {
+    auto rest = token.substr(token.starts_with('-') ? 1 : 0);
+    const auto needDigits = [&rest] {
+        const auto behind = skipDigits(rest);
+        return std::exchange(rest, behind).size() > behind.size();
+    };
+    const bool hasLeadingZero = rest.size() > 1 && rest[0] == '0' && rest[1] >= '0' && rest[1] <= '9';
+    if (hasLeadingZero || !needDigits()) {
+        return false;
+    }
+    if (rest.starts_with('.')) {
+        rest.remove_prefix(1);
+        if (!needDigits()) {
+            return false;
+        }
+    }
+    if (rest.starts_with('e') || rest.starts_with('E')) {
+        rest.remove_prefix(1);
+        rest.remove_prefix(rest.starts_with('+') || rest.starts_with('-') ? 1 : 0);
+        if (!needDigits()) {
+            return false;
+        }
+    }
+    return rest.empty();
+}
 
 /// Reads a number as the C locale has it, infinite where no double is large enough; nothing where it is none.
 std::optional<double> readNumber(const QByteArray& token) {
@@ -35,7 +68,7 @@ bool fitsAnInteger(std::string_view token) {
 /// The number as the parser can take it; empty where it can already, or where it is none.
 QByteArray replacementNumber(std::string_view token) {
     const QByteArray number(token.data(), static_cast<qsizetype>(token.size()));
-    const auto value = readNumber(number);
+    const auto value = isJsonNumber(token) ? readNumber(number) : std::nullopt;
     if (!value) {
         return {};
     }

@@ -139,6 +139,8 @@ void WebSocketConnection::answerRequest() {
     // them.
     if (request_.size() <= stackRequestSize) {
         stream_.async_accept(asio::buffer(request_), std::move(accepted));
+    } else if (error) {
+        end(State::failed, describe(error));
     } else {
         stream_.async_accept(parser.get(), std::move(accepted));
     }

@@ -94,6 +94,14 @@ class ChangingServerTest(ServersTest):
         self.phone.ping()
         self.assertEqual(self.program.matching(r'\[Notifications\].*'), [])
 
+    def test_refused_repeat_that_took_the_first_away_is_shown_later(self):
+        self.post(self.phone, 'again', key='k1')
+        self.wait_for_body(self.recorder, 'again')
+        self.recorder.control('RefuseNext', 'org.freedesktop.Notifications.Error.ExcessNotificationGeneration')
+        self.post(self.phone, 'again', key='k1')
+        wait_until(lambda: len(self.recorder.calls()) == 3, 'the second try')
+        wait_until(lambda: [call['body'].endswith('again') for call in self.recorder.live()] == [True], 'the repeat on show')
+
     def test_slow_server_holds_up_nothing(self):
         self.recorder.control('AnswerAfter', 1000)
         for number in range(5):

@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QRandomGenerator>
 
 #include <gtest/gtest.h>
 
@@ -105,8 +106,15 @@ private:
 
 inline quint16 LiveServer::freePort() {
     boost::asio::io_context context;
-    const boost::asio::ip::tcp::acceptor probe(context, {boost::asio::ip::tcp::v6(), 0});
-    return probe.local_endpoint().port();
+    boost::system::error_code error;
+    quint16 port = 0;
+    do { // below those that the system hands out to connections
+        port = static_cast<quint16>(QRandomGenerator::global()->bounded(10'000, 32'000));
+        boost::asio::ip::tcp::acceptor probe(context);
+        probe.open(boost::asio::ip::tcp::v6());
+        probe.bind({boost::asio::ip::tcp::v6(), port}, error);
+    } while (error);
+    return port;
 }
 
 } // namespace brenvale

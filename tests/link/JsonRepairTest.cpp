@@ -23,7 +23,8 @@ TEST(RepairJson, LeavesAloneWhatTheParserTakes) {
 }
 
 TEST(RepairJson, LeavesAloneWhatIsNoJson) {
-    for (const std::string_view text : {"1-2", "--1", "1e", "\"\\u12", "\"\\", "0x1F", "-", "1.2.3"}) {
+    for (const std::string_view text : {"1-2", "--1", "1e", "\"\\u12", "\"\\", "0x1F", "-", "1.2.3", "01e999",
+                                        "1.e999", "-.5e999", "1e999e1", "00", "-01e999"}) {
         EXPECT_EQ(repaired(text), text);
     }
 }

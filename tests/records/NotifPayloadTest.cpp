@@ -25,7 +25,8 @@ TEST(NotifPayloadTime, CountsSecondsUnscaled) {
 
 TEST(NotifPayloadTime, TakesAnyNumber) {
     for (const double time : {1e308, -1e308, std::nan(""), std::numeric_limits<double>::infinity()}) {
-        EXPECT_FALSE(at(time).formattedTime().isEmpty() && at(time).date().isValid()) << time;
+        EXPECT_TRUE(at(time).date().isValid()) << time;
+        EXPECT_FALSE(at(time).formattedTime().isEmpty()) << time;
     }
 }
 

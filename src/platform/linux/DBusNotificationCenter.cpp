@@ -10,6 +10,7 @@
 #include <QDBusServiceWatcher>
 
 #include <algorithm>
+#include <chrono>
 
 namespace brenvale {
 
@@ -22,13 +23,16 @@ const QString desktopEntry = QStringLiteral("org.brenvale.Brenvale");
 /// How many requests may wait for a slow server; beyond that the oldest ones fail.
 constexpr std::size_t maxWaiting = 1000;
 
+constexpr std::chrono::milliseconds repeatPause{1200};
+
 /// How many calls may be under way; more would only fill the bus's queue.
 constexpr qsizetype maxCalling = 64;
 
 /// How many notifications are remembered as being on show, for servers that never tell when one is closed.
 constexpr std::size_t maxShown = 1000;
 
-/// Plasma's refusal to show an exact repeat within a second: the notification is on show already.
+/// Plasma's refusal of an exact repeat within a second. Either the notification is on show already, or it has
+/// just been closed to make room for the repeat, which is then shown when the second is over.
 constexpr auto alreadyShownError =
     QLatin1StringView("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
 
@@ -148,7 +152,7 @@ QDBusMessage DBusNotificationCenter::notifyCall(const NotificationRequest& reque
         hints.insert(QStringLiteral("suppress-sound"), true);
     }
     if (!content.threadIdentifier.isEmpty()) {
-        hints.insert(QStringLiteral("x-kde-origin-name"), content.threadIdentifier);
+        hints.insert(QStringLiteral("x-kde-origin-name"), notificationThread(content));
     }
     const bool hasMarkup = capabilities_ && capabilities_->contains(QStringLiteral("body-markup"));
     auto message = methodCall(QStringLiteral("Notify"));
@@ -174,7 +178,9 @@ void DBusNotificationCenter::show(Show show) {
 
 void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBusMessage& answer) {
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
-        shown_.insert(show.request.identifier, answer.arguments().constFirst().toUInt());
+        if (generation == generation_) { // else the number is one of a server that is gone
+            shown_.insert(show.request.identifier, answer.arguments().constFirst().toUInt());
+        }
     } else if (generation != generation_ && !show.isSecondTry) {
         // The server went away while it had the request; the one that follows it gets it again, in the old
         // order.
@@ -182,7 +188,12 @@ void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBu
         waiting_.emplace(waiting_.begin() + std::min<std::ptrdiff_t>(retries_++, std::ssize(waiting_)),
                          std::move(show));
         return;
-    } else if (answer.errorName() != alreadyShownError) {
+    } else if (answer.errorName() == alreadyShownError) {
+        if (shown_.serverId(show.request.identifier) == 0 && !show.isSecondTry) {
+            showLater(std::move(show));
+            return;
+        }
+    } else {
         if (show.completion) {
             show.completion(answer.errorMessage());
         }
@@ -191,6 +202,14 @@ void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBu
     if (show.completion) {
         show.completion({});
     }
+}
+
+void DBusNotificationCenter::showLater(Show show) {
+    show.isSecondTry = true;
+    main_.asyncAfter(repeatPause, [this, show = std::move(show)]() mutable {
+        enqueue(std::move(show));
+        takeNext();
+    });
 }
 
 void DBusNotificationCenter::close(const Close& close) {

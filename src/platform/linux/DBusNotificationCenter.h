@@ -69,6 +69,7 @@ private:
     void readCapabilities();
     void show(Show show);
     void showAnswered(Show show, uint generation, const QDBusMessage& answer);
+    void showLater(Show show);
     void close(const Close& close);
     void serverChanged();
     void call(const QDBusMessage& message, std::move_only_function<void(const QDBusMessage&)> answered);

@@ -39,19 +39,12 @@ bool x11Answers() {
 } // namespace
 
 void chooseDisplay() {
-    QByteArrayList platforms;
-    const auto chosen = qgetenv(platformVariable);
-    const bool isFree = chosen.isEmpty();
-    if ((isFree || chosen.startsWith("wayland")) && waylandAnswers()) {
-        platforms << "wayland";
-    }
-    if ((isFree || chosen.startsWith("xcb")) && x11Answers()) {
-        platforms << "xcb";
-    }
-    if (!isFree && !chosen.startsWith("wayland") && !chosen.startsWith("xcb")) {
-        platforms << chosen;
-    }
-    platforms << "offscreen";
+    QByteArrayList platforms = qgetenv(platformVariable).split(';');
+    platforms << "wayland" << "xcb" << "offscreen";
+    platforms.removeIf([](const QByteArray& platform) {
+        return platform.isEmpty() || (platform.startsWith("wayland") && !waylandAnswers()) ||
+               (platform.startsWith("xcb") && !x11Answers());
+    });
     qputenv(platformVariable, platforms.join(';'));
 }
 

@@ -24,6 +24,10 @@ QString shownText(const QString& text) {
     return shown;
 }
 
+QString oneLine(QString text) {
+    return text.replace(u'\n', u' ');
+}
+
 QString escaped(QString text) {
     return text.replace(u'&', QStringLiteral("&amp;"))
         .replace(u'<', QStringLiteral("&lt;"))
@@ -33,11 +37,15 @@ QString escaped(QString text) {
 } // namespace
 
 QString notificationSummary(const NotificationContent& content) {
-    return shownText(content.title);
+    return oneLine(shownText(content.title));
+}
+
+QString notificationThread(const NotificationContent& content) {
+    return oneLine(shownText(content.threadIdentifier));
 }
 
 QString notificationBody(const NotificationContent& content, bool hasMarkup) {
-    auto subtitle = shownText(content.subtitle);
+    auto subtitle = oneLine(shownText(content.subtitle));
     auto body = shownText(content.body);
     if (hasMarkup) {
         subtitle = subtitle.isEmpty() ? subtitle

@@ -10,6 +10,9 @@ namespace brenvale {
 /// The one-line title; never markup.
 [[nodiscard]] QString notificationSummary(const NotificationContent& content);
 
+/// What notifications are grouped by.
+[[nodiscard]] QString notificationThread(const NotificationContent& content);
+
 /// Subtitle and body below each other. With `hasMarkup` the text is escaped and the subtitle bold.
 [[nodiscard]] QString notificationBody(const NotificationContent& content, bool hasMarkup);
 

@@ -5,7 +5,9 @@
 #include <csignal>
 #include <cstdio>
 
+#include <fcntl.h>
 #include <malloc.h>
+#include <unistd.h>
 
 namespace brenvale {
 
@@ -16,9 +18,20 @@ namespace {
 constexpr int separateBlockSize = 4 << 20;
 constexpr int keptHeapTop = 8 << 20;
 
+/// A stream that was closed before the start would be the number of the next socket, and take the log's
+/// lines.
+void openStandardStreams() {
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        if (::fcntl(stream, F_GETFD) < 0) {
+            (void)::open("/dev/null", O_RDWR);
+        }
+    }
+}
+
 } // namespace
 
 void setUpProcess() {
+    openStandardStreams();
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stderr, nullptr, _IONBF, 0);
     std::signal(SIGPIPE, SIG_IGN);
