@@ -53,14 +53,15 @@ LinkLoad::LinkLoad(quint16 port) {
     settings_.port = port;
     server_ = std::make_shared<WebSocketServer>(platform_, transport_, queue_, main_);
     server_->historyStore = store_;
-    std::atomic<bool> isListening = false;
-    server_->onStatusChange = [&isListening, this](const QString& /*status*/) {
-        isListening = true;
+    server_->onStatusChange = [this](const QString& status) {
+        if (!status.startsWith(QStringLiteral("listening"))) {
+            qFatal("the link does not listen: %s", qUtf8Printable(status));
+        }
+        isListening_ = true;
         main_.async([] {}); // ends the wait
     };
     server_->start();
-    serveUntil([&] { return isListening.load(); });
-    server_->onStatusChange = {};
+    serveUntil([this] { return isListening_.load(); });
 }
 
 void LinkLoad::connect(Phone& phone) const {

@@ -91,6 +91,7 @@ private:
                        .pasteboard = pasteboard_,
                        .userDefaults = settings_,
                        .userNotificationCenter = center_};
+    std::atomic<bool> isListening_ = false;
     MainQueue main_;
     std::shared_ptr<HistoryStore> store_ = std::make_shared<HistoryStore>();
     LinkQueue queue_;

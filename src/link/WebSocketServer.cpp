@@ -101,7 +101,8 @@ void WebSocketServer::start() {
 }
 
 void WebSocketServer::stop() {
-    // One step on the queue, so that the reports keep their order and `connections` stays the queue's alone.
+    // One step on the queue, so that `connections` stays the queue's alone. The phones' ends are reported
+    // before the listener's, as people expect of a restart.
     onQueue([listener = std::exchange(listener_, nullptr)](WebSocketServer& self) {
         for (const auto& connection : std::exchange(self.link_.connections, {})) {
             connection->cancel();
