@@ -78,19 +78,23 @@ void DBusNotificationCenter::removePending(const QStringList& identifiers) {
             if (show == nullptr || !identifiers.contains(show->request.identifier)) {
                 return false;
             }
-            if (show->completion) {
-                show->completion({});
-            }
+            show->complete({});
             return true;
         });
     });
 }
 
+void DBusNotificationCenter::Show::complete(const std::optional<QString>& error) {
+    if (completion) {
+        completion(error);
+    }
+}
+
 void DBusNotificationCenter::enqueue(Show show) {
     if (waiting_.size() >= maxWaiting) {
         auto* oldest = std::get_if<Show>(&waiting_.front());
-        if (oldest != nullptr && oldest->completion) {
-            oldest->completion(QStringLiteral("too many notifications are waiting"));
+        if (oldest != nullptr) {
+            oldest->complete(QStringLiteral("too many notifications are waiting"));
         }
         waiting_.pop_front();
     }
@@ -126,8 +130,8 @@ bool DBusNotificationCenter::canTake(const Step& step) const {
 void DBusNotificationCenter::failWaiting(const QString& error) {
     for (auto& step : std::exchange(waiting_, {})) {
         auto* show = std::get_if<Show>(&step);
-        if (show != nullptr && show->completion) {
-            show->completion(error);
+        if (show != nullptr) {
+            show->complete(error);
         }
     }
 }
@@ -194,14 +198,10 @@ void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBu
             return;
         }
     } else {
-        if (show.completion) {
-            show.completion(answer.errorMessage());
-        }
+        show.complete(answer.errorMessage());
         return;
     }
-    if (show.completion) {
-        show.completion({});
-    }
+    show.complete({});
 }
 
 void DBusNotificationCenter::showLater(Show show) {

@@ -42,6 +42,8 @@ private:
         NotificationRequest request;
         Completion completion;
         bool isSecondTry = false;
+
+        void complete(const std::optional<QString>& error);
     };
     struct Close {
         QString identifier;

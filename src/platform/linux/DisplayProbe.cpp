@@ -41,9 +41,11 @@ bool x11Answers() {
 void chooseDisplay() {
     QByteArrayList platforms = qgetenv(platformVariable).split(';');
     platforms << "wayland" << "xcb" << "offscreen";
-    platforms.removeIf([](const QByteArray& platform) {
-        return platform.isEmpty() || (platform.startsWith("wayland") && !waylandAnswers()) ||
-               (platform.startsWith("xcb") && !x11Answers());
+    const bool hasWayland = waylandAnswers();
+    const bool hasX11 = x11Answers();
+    platforms.removeIf([hasWayland, hasX11](const QByteArray& platform) {
+        return platform.isEmpty() || (platform.startsWith("wayland") && !hasWayland) ||
+               (platform.startsWith("xcb") && !hasX11);
     });
     qputenv(platformVariable, platforms.join(';'));
 }
