@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakePlatform.h"
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
@@ -57,6 +58,12 @@ private:
         qint64 port = 0;
     };
     struct CountingCenter final : UserNotificationCenter {
+        void setDelegate(UserNotificationCenterDelegate* /*delegate*/) override {}
+        void setNotificationCategories(QList<NotificationCategory> /*categories*/) override {}
+        void getNotificationSettings(SettingsAnswer answer) override {
+            answer(AuthorizationStatus::authorized);
+        }
+        void requestAuthorization(AuthorizationAnswer answer) override { answer(true, {}); }
         void add(NotificationRequest /*request*/, Completion completion) override {
             if (completion) {
                 completion({});
@@ -75,20 +82,28 @@ private:
 
     void connect(Phone& phone) const;
 
+    FakeAccessibilityTrust accessibilityTrust_;
+    FakeAlerts alerts_;
     SystemClock clock_;
     HostnamedComputerName computerName_;
     Folder downloads_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
+    FakeLoginItem loginItem_;
     QtPasteboard pasteboard_;
+    FakeSystemSettings systemSettings_;
     Settings settings_;
     CountingCenter center_;
-    Platform platform_{.clock = clock_,
+    Platform platform_{.accessibilityTrust = accessibilityTrust_,
+                       .alerts = alerts_,
+                       .clock = clock_,
                        .computerName = computerName_,
                        .downloads = downloads_,
                        .internalNotifications = internalNotifications_,
                        .log = log_,
+                       .loginItem = loginItem_,
                        .pasteboard = pasteboard_,
+                       .systemSettings = systemSettings_,
                        .userDefaults = settings_,
                        .userNotificationCenter = center_};
     std::atomic<bool> isListening_ = false;

@@ -7,7 +7,7 @@
 #include "platform/linux/ProcessSetup.h"
 #include "shell/AppDelegate.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <cstdlib>
 
@@ -15,23 +15,22 @@ int main(int argc, char* argv[]) {
     using namespace brenvale;
 
     setUpProcess();
-    chooseDisplay();
-    const QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("brenvale"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
-    QGuiApplication::setQuitOnLastWindowClosed(
-        AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+    const auto display = chooseDisplay();
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("brenvale"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
+    QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
+    QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 
     MainQueue mainQueue;
-    LinuxPlatform platform(mainQueue);
+    LinuxPlatform platform(mainQueue, display);
     LinkQueue linkQueue; // ends before all that its steps may use
     TcpTransport transport(linkQueue);
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
-    AppDelegate delegate(WebSocketServer::shared());
+    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared());
 
     mainQueue.async([&delegate] { delegate.applicationDidFinishLaunching(); });
     // The system tears everything down: a step on the link's queue may take as long as it likes.
-    std::_Exit(QGuiApplication::exec());
+    std::_Exit(QApplication::exec());
 }

@@ -1,6 +1,7 @@
 #include "notifications/NotificationManager.h"
 
 #include "notifications/PhoneNumberTitle.h"
+#include "notifications/ReplyCategory.h"
 #include "platform/Clock.h"
 #include "platform/Fatal.h"
 #include "platform/Log.h"
@@ -13,8 +14,6 @@
 namespace brenvale {
 
 namespace {
-
-const QString replyCategory = QStringLiteral("REPLY_CATEGORY");
 
 QString requestIdentifier(const NotifPayload& payload, const QString& bodyKey) {
     return payload.key.value_or(payload.app + u':' + payload.title + u':' + bodyKey);
@@ -58,7 +57,7 @@ NotificationContent NotificationManager::content(const NotifPayload& payload) {
     NotificationContent content{.body = payload.body,
                                 .hasDefaultSound = true,
                                 .threadIdentifier = payload.app,
-                                .categoryIdentifier = replyCategory};
+                                .categoryIdentifier = replyCategory.toString()};
     if (payload.app.isEmpty() || payload.app == u"Unknown") {
         content.title = payload.title.isEmpty() ? QStringLiteral("Brenvale") : payload.title;
     } else {

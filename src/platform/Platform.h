@@ -2,24 +2,32 @@
 
 namespace brenvale {
 
+class AccessibilityTrust;
+class Alerts;
 class Clock;
 class ComputerName;
 class Downloads;
 class InternalNotifications;
 class Log;
+class LoginItem;
 class Pasteboard;
+class SystemSettings;
 class UserDefaults;
 class UserNotificationCenter;
 
 /// Everything that the logic needs of the desktop, one small interface each. Whoever makes the platform keeps
 /// its members alive for as long as the logic runs.
 struct Platform {
+    AccessibilityTrust& accessibilityTrust;
+    Alerts& alerts;
     Clock& clock;
     ComputerName& computerName;
     Downloads& downloads;
     InternalNotifications& internalNotifications;
     Log& log;
+    LoginItem& loginItem;
     Pasteboard& pasteboard;
+    SystemSettings& systemSettings;
     UserDefaults& userDefaults;
     UserNotificationCenter& userNotificationCenter;
 };

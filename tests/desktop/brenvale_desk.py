@@ -47,7 +47,7 @@ class Program:
 
     runs = itertools.count(1)
 
-    def __init__(self, desk, port=None, setting=None, env=None, **options):
+    def __init__(self, desk, port=None, setting=None, env=None, config_files=None, **options):
         self.desk = desk
         self.port = port or free_port()
         run = next(self.runs)
@@ -55,6 +55,9 @@ class Program:
         config = desk.root / f'config.{run}'
         (config / 'brenvale').mkdir(parents=True)
         (config / 'brenvale/brenvale.conf').write_text(setting or f'[General]\nport={self.port}\n')
+        for name, text in (config_files or {}).items():
+            (config / name).parent.mkdir(parents=True, exist_ok=True)
+            (config / name).write_text(text)
         env = (desk.env if env is None else env) | {'XDG_CONFIG_HOME': str(config)}
         with open(self.output, 'wb') as output, open(self.errors, 'wb') as errors:
             streams = {'stdout': output, 'stderr': errors} | options

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/AccessibilityTrust.h"
+#include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/ComputerName.h"
 #include "platform/Downloads.h"
 #include "platform/InternalNotifications.h"
 #include "platform/Log.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Platform.h"
+#include "platform/SystemSettings.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
 
@@ -19,6 +23,33 @@
 #include <vector>
 
 namespace brenvale {
+
+class FakeAccessibilityTrust final : public AccessibilityTrust {
+public:
+    [[nodiscard]] bool isProcessTrusted(bool prompt) override {
+        prompts += prompt ? 1 : 0;
+        return isTrusted;
+    }
+
+    bool isTrusted = false;
+    int prompts = 0;
+};
+
+/// Keeps the alert on show until the test answers it.
+class FakeAlerts final : public Alerts {
+public:
+    void runModal(const Alert& alert, Answer answer) override {
+        shown.push_back(alert);
+        answer_ = std::move(answer);
+    }
+
+    void respond(int response) { std::exchange(answer_, {})(response); }
+
+    std::vector<Alert> shown;
+
+private:
+    Answer answer_;
+};
 
 class FakeClock final : public Clock {
 public:
@@ -70,6 +101,32 @@ private:
     QByteArrayList lines_;
 };
 
+class FakeLoginItem final : public LoginItem {
+public:
+    [[nodiscard]] bool isEnabled() const override { return enabled; }
+    [[nodiscard]] std::expected<void, QString> registerItem() override { return set(true); }
+    [[nodiscard]] std::expected<void, QString> unregisterItem() override { return set(false); }
+
+    bool enabled = false;
+    QString error; ///< when set, no change succeeds
+
+private:
+    std::expected<void, QString> set(bool value) {
+        if (!error.isEmpty()) {
+            return std::unexpected(error);
+        }
+        enabled = value;
+        return {};
+    }
+};
+
+class FakeSystemSettings final : public SystemSettings {
+public:
+    void open(Pane pane) override { opened.push_back(pane); }
+
+    std::vector<Pane> opened;
+};
+
 /// Records the calls as texts.
 class FakePasteboard final : public Pasteboard {
 public:
@@ -99,6 +156,22 @@ private:
 /// A centre that takes every request, and keeps the notifications on show with replacement by identifier.
 class FakeNotificationCenter final : public UserNotificationCenter {
 public:
+    void setDelegate(UserNotificationCenterDelegate* next) override {
+        delegate = next;
+        calls.append(QStringLiteral("setDelegate"));
+    }
+    void setNotificationCategories(QList<NotificationCategory> next) override {
+        categories = std::move(next);
+        calls.append(QStringLiteral("setNotificationCategories"));
+    }
+    void getNotificationSettings(SettingsAnswer answer) override {
+        calls.append(QStringLiteral("getNotificationSettings"));
+        answer(status);
+    }
+    void requestAuthorization(AuthorizationAnswer answer) override {
+        calls.append(QStringLiteral("requestAuthorization"));
+        answer(isGranted, authorizationError);
+    }
     void add(NotificationRequest request, Completion completion) override {
         removeShown(request.identifier);
         calls.append(QStringLiteral("add:") + request.identifier);
@@ -141,6 +214,12 @@ public:
     QStringList calls;
     std::optional<QString> error; ///< when set, requests fail with it
 
+    UserNotificationCenterDelegate* delegate = nullptr;
+    QList<NotificationCategory> categories;
+    AuthorizationStatus status = AuthorizationStatus::authorized;
+    bool isGranted = false; ///< what asking for the permission ends in
+    std::optional<QString> authorizationError;
+
 private:
     void removeShown(const QString& identifier) {
         std::erase_if(shown, [&](const auto& request) { return request.identifier == identifier; });
@@ -149,20 +228,28 @@ private:
 
 /// The in-memory desktop.
 struct FakePlatform {
+    FakeAccessibilityTrust accessibilityTrust;
+    FakeAlerts alerts;
     FakeClock clock;
     FakeComputerName computerName;
     TemporaryDownloads downloads;
     InternalNotifications internalNotifications;
     RecordingLog log;
+    FakeLoginItem loginItem;
     FakePasteboard pasteboard;
+    FakeSystemSettings systemSettings;
     FakeUserDefaults userDefaults;
     FakeNotificationCenter userNotificationCenter;
-    Platform platform{.clock = clock,
+    Platform platform{.accessibilityTrust = accessibilityTrust,
+                      .alerts = alerts,
+                      .clock = clock,
                       .computerName = computerName,
                       .downloads = downloads,
                       .internalNotifications = internalNotifications,
                       .log = log,
+                      .loginItem = loginItem,
                       .pasteboard = pasteboard,
+                      .systemSettings = systemSettings,
                       .userDefaults = userDefaults,
                       .userNotificationCenter = userNotificationCenter};
 };

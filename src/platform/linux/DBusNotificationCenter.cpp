@@ -2,6 +2,7 @@
 
 #include "platform/DispatchQueue.h"
 #include "platform/linux/NotificationText.h"
+#include "platform/linux/NotifyCall.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -18,7 +19,6 @@ namespace {
 
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
-const QString desktopEntry = QStringLiteral("org.brenvale.Brenvale");
 
 /// How many requests may wait for a slow server; beyond that the oldest ones fail.
 constexpr std::size_t maxWaiting = 1000;
@@ -27,9 +27,6 @@ constexpr std::chrono::milliseconds repeatPause{1200};
 
 /// How many calls may be under way; more would only fill the bus's queue.
 constexpr qsizetype maxCalling = 64;
-
-/// How many notifications are remembered as being on show, for servers that never tell when one is closed.
-constexpr std::size_t maxShown = 1000;
 
 /// Plasma's refusal of an exact repeat within a second. Either the notification is on show already, or it has
 /// just been closed to make room for the repeat, which is then shown when the second is over.
@@ -54,6 +51,25 @@ DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main) : main_(main
 }
 
 DBusNotificationCenter::~DBusNotificationCenter() = default;
+
+void DBusNotificationCenter::setDelegate(UserNotificationCenterDelegate* delegate) {
+    main_.async([this, delegate] { replies_.setDelegate(delegate); });
+}
+
+void DBusNotificationCenter::setNotificationCategories(QList<NotificationCategory> categories) {
+    main_.async([this, categories = std::move(categories)]() mutable {
+        replies_.setCategories(std::move(categories));
+    });
+}
+
+void DBusNotificationCenter::getNotificationSettings(SettingsAnswer answer) {
+    main_.async(
+        [this, answer = std::move(answer)]() mutable { authorization_.readStatus(std::move(answer)); });
+}
+
+void DBusNotificationCenter::requestAuthorization(AuthorizationAnswer answer) {
+    main_.async([this, answer = std::move(answer)]() mutable { authorization_.request(std::move(answer)); });
+}
 
 void DBusNotificationCenter::add(NotificationRequest request, Completion completion) {
     main_.async([this, show = Show{std::move(request), std::move(completion)}]() mutable {
@@ -147,27 +163,18 @@ void DBusNotificationCenter::readCapabilities() {
     });
 }
 
-QDBusMessage DBusNotificationCenter::notifyCall(const NotificationRequest& request) const {
+QDBusMessage DBusNotificationCenter::notifyMessage(const NotificationRequest& request) const {
     const auto& content = request.content;
-    QVariantMap hints{{QStringLiteral("desktop-entry"), desktopEntry}};
-    if (content.hasDefaultSound) {
-        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
-    } else {
-        hints.insert(QStringLiteral("suppress-sound"), true);
-    }
-    if (!content.threadIdentifier.isEmpty()) {
-        hints.insert(QStringLiteral("x-kde-origin-name"), notificationThread(content));
-    }
-    const bool hasMarkup = capabilities_ && capabilities_->contains(QStringLiteral("body-markup"));
+    const auto call = notifyCall(content, replies_.category(content.categoryIdentifier),
+                                 capabilities_.value_or(QSet<QString>()));
     auto message = methodCall(QStringLiteral("Notify"));
     message << QStringLiteral("Brenvale") << shown_.serverId(request.identifier) << QStringLiteral("phone")
-            << notificationSummary(content) << notificationBody(content, hasMarkup) << QStringList() << hints
-            << -1;
+            << notificationSummary(content) << call.body << call.actions << call.hints << -1;
     return message;
 }
 
 void DBusNotificationCenter::show(Show show) {
-    const auto message = notifyCall(show.request);
+    const auto message = notifyMessage(show.request);
     if (areCapabilitiesGuessed_) {
         capabilities_.reset(); // there may be a server that tells them by the time of the next request
     }
@@ -183,7 +190,7 @@ void DBusNotificationCenter::show(Show show) {
 void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBusMessage& answer) {
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
         if (generation == generation_) { // else the number is one of a server that is gone
-            shown_.insert(show.request.identifier, answer.arguments().constFirst().toUInt());
+            shown_.insert(show.request, answer.arguments().constFirst().toUInt());
         }
     } else if (generation != generation_ && !show.isSecondTry) {
         // The server went away while it had the request; the one that follows it gets it again, in the old
@@ -217,7 +224,7 @@ void DBusNotificationCenter::close(const Close& close) {
     if (serverId == 0) {
         return;
     }
-    shown_.remove(serverId);
+    shown_.closed(serverId);
     auto message = methodCall(QStringLiteral("CloseNotification"));
     message << serverId;
     call(message, [](const QDBusMessage&) {}); // a notification that is gone already is no error
@@ -236,7 +243,7 @@ void DBusNotificationCenter::call(const QDBusMessage& message,
 }
 
 void DBusNotificationCenter::notificationClosed(uint serverId, uint /*reason*/) {
-    shown_.remove(serverId);
+    shown_.closed(serverId);
 }
 
 void DBusNotificationCenter::serverChanged() {
@@ -244,31 +251,6 @@ void DBusNotificationCenter::serverChanged() {
     retries_ = 0;
     capabilities_.reset();
     shown_.clear();
-}
-
-void DBusNotificationCenter::Shown::insert(const QString& identifier, uint serverId) {
-    remove(serverIds_.value(identifier));
-    remove(serverId); // a server may use a number again
-    serverIds_.insert(identifier, serverId);
-    identifiers_.insert(serverId, identifier);
-    order_.push_back(serverId);
-    if (order_.size() > maxShown) {
-        remove(order_.front());
-    }
-}
-
-void DBusNotificationCenter::Shown::remove(uint serverId) {
-    if (const auto found = identifiers_.find(serverId); found != identifiers_.end()) {
-        serverIds_.remove(*found);
-        identifiers_.erase(found);
-        std::erase(order_, serverId);
-    }
-}
-
-void DBusNotificationCenter::Shown::clear() {
-    serverIds_.clear();
-    identifiers_.clear();
-    order_.clear();
 }
 
 } // namespace brenvale

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "platform/UserNotificationCenter.h"
+#include "platform/linux/NotificationAuthorization.h"
+#include "platform/linux/NotificationReplies.h"
+#include "platform/linux/ShownNotifications.h"
 
-#include <QHash>
 #include <QObject>
 #include <QSet>
 
 #include <deque>
-#include <list>
 #include <optional>
 #include <variant>
 
@@ -30,6 +31,10 @@ public:
     explicit DBusNotificationCenter(DispatchQueue& main);
     ~DBusNotificationCenter() override;
 
+    void setDelegate(UserNotificationCenterDelegate* delegate) override;
+    void setNotificationCategories(QList<NotificationCategory> categories) override;
+    void getNotificationSettings(SettingsAnswer answer) override;
+    void requestAuthorization(AuthorizationAnswer answer) override;
     void add(NotificationRequest request, Completion completion) override;
     void removeDelivered(const QStringList& identifiers) override;
     void removePending(const QStringList& identifiers) override;
@@ -50,20 +55,6 @@ private:
     };
     using Step = std::variant<Show, Close>;
 
-    /// The notifications on show, by request and by the server's number.
-    class Shown {
-    public:
-        [[nodiscard]] uint serverId(const QString& identifier) const { return serverIds_.value(identifier); }
-        void insert(const QString& identifier, uint serverId);
-        void remove(uint serverId);
-        void clear();
-
-    private:
-        QHash<QString, uint> serverIds_;
-        QHash<uint, QString> identifiers_;
-        std::deque<uint> order_; ///< oldest first
-    };
-
     void enqueue(Show show);
     void takeNext();
     [[nodiscard]] bool canTake(const Step& step) const;
@@ -75,7 +66,7 @@ private:
     void close(const Close& close);
     void serverChanged();
     void call(const QDBusMessage& message, std::move_only_function<void(const QDBusMessage&)> answered);
-    [[nodiscard]] QDBusMessage notifyCall(const NotificationRequest& request) const;
+    [[nodiscard]] QDBusMessage notifyMessage(const NotificationRequest& request) const;
 
     DispatchQueue& main_;
     std::deque<Step> waiting_;
@@ -85,7 +76,9 @@ private:
     bool areCapabilitiesGuessed_ = false;       ///< nobody answered: they serve one request alone
     uint generation_ = 0;                       ///< counts the servers that came and went
     std::optional<QSet<QString>> capabilities_; ///< of the present server, once it has told
-    Shown shown_;
+    ShownNotifications shown_;
+    NotificationReplies replies_{shown_};
+    NotificationAuthorization authorization_;
 };
 
 } // namespace brenvale

@@ -3,9 +3,15 @@
 #include <QByteArrayList>
 #include <QtGlobal>
 
+#include <chrono>
 #include <cstdarg>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <string_view>
+#include <thread>
 
-#include <wayland-client-core.h>
+#include <wayland-client.h>
 #include <xcb/xcb.h>
 
 namespace brenvale {
@@ -13,41 +19,91 @@ namespace brenvale {
 namespace {
 
 constexpr auto platformVariable = "QT_QPA_PLATFORM";
+constexpr std::chrono::seconds patience{3};
+
+/// What a display server said when it was asked.
+struct Answer {
+    bool isAlive = false;
+    bool takesEvents = false;
+};
 
 void discard(const char* /*format*/, va_list /*arguments*/) {}
 
-bool waylandAnswers() {
+struct VirtualInput {
+    bool hasKeyboard = false;
+    bool hasPointer = false;
+};
+
+void globalAnnounced(void* data, wl_registry* /*registry*/, std::uint32_t /*name*/, const char* interface,
+                     std::uint32_t /*version*/) {
+    auto& input = *static_cast<VirtualInput*>(data);
+    input.hasKeyboard |= std::string_view(interface) == "zwp_virtual_keyboard_manager_v1";
+    input.hasPointer |= std::string_view(interface) == "zwlr_virtual_pointer_manager_v1";
+}
+
+void globalRemoved(void* /*data*/, wl_registry* /*registry*/, std::uint32_t /*name*/) {}
+
+Answer askWayland() {
     wl_log_set_handler_client(discard); // that there is no Wayland is nothing to complain about
     auto* display = wl_display_connect(nullptr);
     if (display == nullptr) {
-        return false;
+        return {};
     }
+    static constexpr wl_registry_listener listener{.global = globalAnnounced, .global_remove = globalRemoved};
+    VirtualInput input;
+    auto* registry = wl_display_get_registry(display);
+    wl_registry_add_listener(registry, &listener, &input);
+    const bool isAlive = wl_display_roundtrip(display) >= 0;
+    wl_registry_destroy(registry);
     wl_display_disconnect(display);
-    return true;
+    return {.isAlive = isAlive, .takesEvents = input.hasKeyboard && input.hasPointer};
 }
 
-bool x11Answers() {
+Answer askX11() {
     if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        return false;
+        return {};
     }
     auto* connection = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(connection) == 0;
+    Answer answer{.isAlive = xcb_connection_has_error(connection) == 0};
+    if (answer.isAlive) {
+        constexpr std::string_view extension = "XTEST";
+        const auto cookie = xcb_query_extension(connection, extension.size(), extension.data());
+        const std::unique_ptr<xcb_query_extension_reply_t, decltype(&std::free)> reply(
+            xcb_query_extension_reply(connection, cookie, nullptr), std::free);
+        answer.takesEvents = reply && reply->present != 0;
+    }
     xcb_disconnect(connection);
-    return answers;
+    return answer;
+}
+
+/// The answer of a thread of its own, which stays behind where the server takes the connection and then says
+/// nothing: such a server must not keep the program from starting.
+Answer answerInTime(Answer (*ask)()) {
+    std::promise<Answer> promise;
+    auto answer = promise.get_future();
+    std::thread([promise = std::move(promise), ask]() mutable { promise.set_value(ask()); }).detach();
+    return answer.wait_for(patience) == std::future_status::ready ? answer.get() : Answer{};
 }
 
 } // namespace
 
-void chooseDisplay() {
+Display chooseDisplay() {
     QByteArrayList platforms = qgetenv(platformVariable).split(';');
     platforms << "wayland" << "xcb" << "offscreen";
-    const bool hasWayland = waylandAnswers();
-    const bool hasX11 = x11Answers();
-    platforms.removeIf([hasWayland, hasX11](const QByteArray& platform) {
-        return platform.isEmpty() || (platform.startsWith("wayland") && !hasWayland) ||
-               (platform.startsWith("xcb") && !hasX11);
+    const auto wayland = answerInTime(askWayland);
+    const auto x11 = answerInTime(askX11);
+    platforms.removeIf([&wayland, &x11](const QByteArray& platform) {
+        return platform.isEmpty() || (platform.startsWith("wayland") && !wayland.isAlive) ||
+               (platform.startsWith("xcb") && !x11.isAlive);
     });
     qputenv(platformVariable, platforms.join(';'));
+    if (platforms.constFirst().startsWith("wayland")) {
+        return {.kind = Display::Kind::wayland, .takesEvents = wayland.takesEvents};
+    }
+    if (platforms.constFirst().startsWith("xcb")) {
+        return {.kind = Display::Kind::x11, .takesEvents = x11.takesEvents};
+    }
+    return {};
 }
 
 } // namespace brenvale

@@ -2,9 +2,17 @@
 
 namespace brenvale {
 
+/// The display that Qt will use, and whether it takes keys and pointer events that a program posts.
+struct Display {
+    enum class Kind : signed char { none, x11, wayland };
+
+    Kind kind = Kind::none;
+    bool takesEvents = false; ///< X11: XTEST; Wayland: the virtual keyboard and pointer of wlroots
+};
+
 /// Makes Qt use a display that answers, and work without one where none does: a display that is named but
-/// dead counts as none. A platform that the user chose (QT_QPA_PLATFORM) is tried first. Call before the
-/// application is made.
-void chooseDisplay();
+/// dead, or that has not answered within some seconds, counts as none. A platform that the user chose
+/// (QT_QPA_PLATFORM) is tried first. Call before the application is made.
+Display chooseDisplay();
 
 } // namespace brenvale

@@ -2,14 +2,19 @@
 
 namespace brenvale {
 
-LinuxPlatform::LinuxPlatform(DispatchQueue& main)
-    : userNotificationCenter_(main),
-      platform_{.clock = clock_,
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, Display display)
+    : accessibilityTrust_(display),
+      userNotificationCenter_(main),
+      platform_{.accessibilityTrust = accessibilityTrust_,
+                .alerts = alerts_,
+                .clock = clock_,
                 .computerName = computerName_,
                 .downloads = downloads_,
                 .internalNotifications = internalNotifications_,
                 .log = log_,
+                .loginItem = loginItem_,
                 .pasteboard = pasteboard_,
+                .systemSettings = systemSettings_,
                 .userDefaults = userDefaults_,
                 .userNotificationCenter = userNotificationCenter_} {}
 

@@ -2,8 +2,12 @@
 
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DBusNotificationCenter.h"
+#include "platform/linux/DesktopSettings.h"
+#include "platform/linux/EventPostingTrust.h"
 #include "platform/linux/HostnamedComputerName.h"
+#include "platform/linux/QtAlerts.h"
 #include "platform/linux/QtPasteboard.h"
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/StandardOutputLog.h"
@@ -16,17 +20,21 @@ namespace brenvale {
 /// object.
 class LinuxPlatform {
 public:
-    explicit LinuxPlatform(DispatchQueue& main);
+    LinuxPlatform(DispatchQueue& main, Display display);
 
     [[nodiscard]] Platform& platform() { return platform_; }
 
 private:
+    EventPostingTrust accessibilityTrust_;
+    QtAlerts alerts_;
     SystemClock clock_;
     HostnamedComputerName computerName_;
     XdgDownloads downloads_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
+    AutostartEntry loginItem_;
     QtPasteboard pasteboard_;
+    DesktopSettings systemSettings_;
     SettingsDefaults userDefaults_;
     DBusNotificationCenter userNotificationCenter_;
     Platform platform_;

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace brenvale {
+
+/// Whether the desktop lets the program post keys and pointer events to other programs. On main; never
+/// blocks.
+class AccessibilityTrust {
+public:
+    virtual ~AccessibilityTrust() = default;
+
+    /// With `prompt` the desktop asks the user where it has a way to and events cannot be posted yet; the
+    /// user's answer shows in later calls alone.
+    [[nodiscard]] virtual bool isProcessTrusted(bool prompt) = 0;
+};
+
+} // namespace brenvale

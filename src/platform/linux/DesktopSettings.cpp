@@ -1,0 +1,78 @@
+#include "platform/linux/DesktopSettings.h"
+
+#include "platform/linux/CurrentDesktop.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <array>
+
+namespace brenvale {
+
+namespace {
+
+struct SettingsProgram {
+    const char* desktop;
+    const char* program;
+    const char* notifications; ///< its argument for that pane; null where it opens at its front page
+    const char* accessibility;
+};
+
+// In the order in which they are tried where the running desktop has none of them.
+constexpr std::array settingsPrograms{
+    SettingsProgram{"GNOME", "gnome-control-center", "notifications", "privacy"},
+    SettingsProgram{"KDE", "systemsettings", "kcm_notifications", "kcm_access"},
+    SettingsProgram{"KDE", "systemsettings5", "kcm_notifications", "kcm_access"},
+    SettingsProgram{"X-Cinnamon", "cinnamon-settings", "notifications", "accessibility"},
+    SettingsProgram{"Budgie", "budgie-control-center", "notifications", "privacy"},
+    SettingsProgram{"XFCE", "xfce4-settings-manager", nullptr, nullptr},
+    SettingsProgram{"MATE", "mate-control-center", nullptr, nullptr},
+    SettingsProgram{"LXQt", "lxqt-config", nullptr, nullptr},
+};
+
+// Programs of their own for notifications alone.
+constexpr std::array notificationPrograms{
+    SettingsProgram{"XFCE", "xfce4-notifyd-config", nullptr, nullptr},
+    SettingsProgram{"MATE", "mate-notification-properties", nullptr, nullptr},
+    SettingsProgram{"LXQt", "lxqt-config-notificationd", nullptr, nullptr},
+};
+
+std::vector<SettingsProgram> candidates(SystemSettings::Pane pane) {
+    std::vector<SettingsProgram> programs;
+    if (pane == SystemSettings::Pane::notifications) {
+        programs.assign(notificationPrograms.begin(), notificationPrograms.end());
+    }
+    programs.insert(programs.end(), settingsPrograms.begin(), settingsPrograms.end());
+    return programs;
+}
+
+} // namespace
+
+std::optional<QStringList> settingsCommand(SystemSettings::Pane pane, const QStringList& desktops,
+                                           const std::function<bool(const QString& program)>& exists) {
+    auto programs = candidates(pane);
+    std::ranges::stable_partition(programs, [&desktops](const SettingsProgram& candidate) {
+        return desktops.contains(QLatin1StringView(candidate.desktop), Qt::CaseInsensitive);
+    });
+    for (const auto& candidate : programs) {
+        if (const auto program = QString::fromLatin1(candidate.program); exists(program)) {
+            const auto* argument = pane == SystemSettings::Pane::notifications ? candidate.notifications
+                                                                               : candidate.accessibility;
+            return argument == nullptr ? QStringList{program}
+                                       : QStringList{program, QString::fromLatin1(argument)};
+        }
+    }
+    return {};
+}
+
+void DesktopSettings::open(Pane pane) {
+    const auto exists = [](const QString& program) {
+        return !QStandardPaths::findExecutable(program).isEmpty();
+    };
+    if (auto command = settingsCommand(pane, currentDesktop(), exists)) {
+        const auto program = command->takeFirst();
+        QProcess::startDetached(program, *command);
+    }
+}
+
+} // namespace brenvale

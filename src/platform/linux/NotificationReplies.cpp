@@ -1,0 +1,82 @@
+#include "platform/linux/NotificationReplies.h"
+
+#include <QDBusConnection>
+
+#include <algorithm>
+
+namespace brenvale {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.Notifications");
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+
+} // namespace
+
+NotificationReplies::NotificationReplies(const ShownNotifications& shown) : shown_(shown) {
+    auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        return;
+    }
+    bus.connect(service, path, service, QStringLiteral("ActivationToken"), this,
+                SLOT(activationToken(uint, QString)));
+    bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
+                SLOT(actionInvoked(uint, QString)));
+    bus.connect(service, path, service, QStringLiteral("NotificationReplied"), this,
+                SLOT(notificationReplied(uint, QString)));
+}
+
+const NotificationCategory* NotificationReplies::category(const QString& identifier) const {
+    const auto found = std::ranges::find(categories_, identifier, &NotificationCategory::identifier);
+    return found == categories_.end() ? nullptr : &*found;
+}
+
+void NotificationReplies::actionInvoked(uint serverId, const QString& action) {
+    const auto* notification = shown_.find(serverId);
+    const auto* offered = notification ? category(notification->content.categoryIdentifier) : nullptr;
+    if (offered == nullptr) {
+        return;
+    }
+    const auto invoked =
+        std::ranges::find(offered->actions, action, &TextInputNotificationAction::identifier);
+    if (invoked != offered->actions.end()) {
+        openReplyWindow(serverId, *notification, *invoked);
+    }
+}
+
+void NotificationReplies::notificationReplied(uint serverId, const QString& text) {
+    const auto* notification = shown_.find(serverId);
+    const auto* offered = notification ? category(notification->content.categoryIdentifier) : nullptr;
+    if (offered != nullptr && !offered->actions.isEmpty()) {
+        reply(notification->identifier, offered->actions.constFirst(), text);
+    }
+}
+
+void NotificationReplies::activationToken(uint serverId, const QString& token) {
+    if (shown_.find(serverId) != nullptr) {
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where Qt looks for it when it activates a window
+    }
+}
+
+void NotificationReplies::openReplyWindow(uint serverId, const ShownNotifications::Notification& notification,
+                                          const TextInputNotificationAction& action) {
+    auto& window = windows_[serverId];
+    if (!window) {
+        const auto send = [this, identifier = notification.identifier, action](const QString& text) {
+            reply(identifier, action, text);
+        };
+        window = new ReplyWindow(action, notification.content, send); // it deletes itself
+        connect(window, &QObject::destroyed, this, [this, serverId] { windows_.remove(serverId); });
+    }
+    window->present();
+}
+
+void NotificationReplies::reply(const QString& identifier, const TextInputNotificationAction& action,
+                                const QString& text) {
+    if (delegate_ != nullptr) {
+        delegate_->userNotificationCenterDidReceive(
+            {.actionIdentifier = action.identifier, .requestIdentifier = identifier, .userText = text});
+    }
+}
+
+} // namespace brenvale

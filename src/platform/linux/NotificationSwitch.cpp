@@ -1,0 +1,86 @@
+#include "platform/linux/NotificationSwitch.h"
+
+#include "platform/linux/CurrentDesktop.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <chrono>
+
+namespace brenvale {
+
+namespace {
+
+using Answer = std::function<void(bool isOff)>;
+
+constexpr std::chrono::seconds patience{5};
+
+bool isOffInPlasma() {
+    const auto files =
+        QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, QStringLiteral("plasmanotifyrc"));
+    for (const auto& path : files) { // the user's own first
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly)) {
+            if (const auto isOff = plasmaSwitchesOff(file.readAll(), "org.brenvale.Brenvale")) {
+                return *isOff;
+            }
+        }
+    }
+    return false;
+}
+
+/// GNOME's settings are asked by its own command: its library would keep a thread of its own for ever.
+void askGnome(Answer answer) {
+    auto* command = new QProcess;
+    auto* limit = new QTimer(command);
+    limit->setSingleShot(true);
+    QObject::connect(limit, &QTimer::timeout, command, &QProcess::kill);
+    const auto finish = [command, answer = std::move(answer)] {
+        answer(command->readAllStandardOutput().trimmed() == "false");
+        command->deleteLater();
+    };
+    QObject::connect(command, &QProcess::finished, command, finish);
+    QObject::connect(command, &QProcess::errorOccurred, command, [finish](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            finish();
+        }
+    });
+    limit->start(patience);
+    command->start(
+        QStringLiteral("gsettings"),
+        {QStringLiteral("get"),
+         QStringLiteral(
+             "org.gnome.desktop.notifications.application:/org/gnome/desktop/notifications/application/"
+             "org-brenvale-brenvale/"),
+         QStringLiteral("enable")});
+}
+
+} // namespace
+
+std::optional<bool> plasmaSwitchesOff(const QByteArray& settings, const QByteArray& application) {
+    bool isInGroup = false;
+    for (const auto& line : settings.split('\n')) {
+        const auto text = line.trimmed();
+        if (text.startsWith('[')) {
+            isInGroup = text == "[Applications][" + application + "]";
+        } else if (isInGroup && text.startsWith("ShowPopups=")) {
+            return text.mid(text.indexOf('=') + 1).trimmed().toLower() == "false";
+        }
+    }
+    return {};
+}
+
+void NotificationSwitch::isOff(std::function<void(bool isOff)> answer) {
+    const auto desktop = currentDesktop();
+    if (desktop.contains(QStringLiteral("KDE"))) {
+        answer(isOffInPlasma());
+    } else if (desktop.contains(QStringLiteral("GNOME"))) {
+        askGnome(std::move(answer));
+    } else {
+        answer(false);
+    }
+}
+
+} // namespace brenvale

@@ -1,0 +1,59 @@
+#include "platform/linux/NotifyCall.h"
+
+#include <gtest/gtest.h>
+
+using namespace brenvale;
+
+namespace {
+
+const NotificationContent content{
+    .title = QStringLiteral("Mail"), .subtitle = QStringLiteral("A & B"), .body = QStringLiteral("1 < 2")};
+
+const NotificationCategory replies{.identifier = QStringLiteral("REPLIES"),
+                                   .actions = {{.identifier = QStringLiteral("REPLY"),
+                                                .title = QStringLiteral("Reply"),
+                                                .textInputButtonTitle = QStringLiteral("Send"),
+                                                .textInputPlaceholder = QStringLiteral("Type...")}}};
+
+} // namespace
+
+TEST(NotifyCall, AServerWithAFieldGetsTheFieldAndItsTexts) {
+    const auto call =
+        notifyCall(content, &replies, {QStringLiteral("actions"), QStringLiteral("inline-reply")});
+    EXPECT_EQ(call.actions, QStringList({"inline-reply", "Reply"}));
+    EXPECT_EQ(call.hints.value(QStringLiteral("x-kde-reply-placeholder-text")), QStringLiteral("Type..."));
+    EXPECT_EQ(call.hints.value(QStringLiteral("x-kde-reply-submit-button-text")), QStringLiteral("Send"));
+}
+
+TEST(NotifyCall, AServerWithActionsGetsTheActionAlone) {
+    const auto call = notifyCall(content, &replies, {QStringLiteral("actions")});
+    EXPECT_EQ(call.actions, QStringList({"REPLY", "Reply"}));
+    EXPECT_FALSE(call.hints.contains(QStringLiteral("x-kde-reply-placeholder-text")));
+}
+
+TEST(NotifyCall, AServerWithoutActionsGetsNone) {
+    EXPECT_TRUE(notifyCall(content, &replies, {QStringLiteral("body")}).actions.isEmpty());
+}
+
+TEST(NotifyCall, ANotificationOfNoCategoryOffersNothing) {
+    EXPECT_TRUE(notifyCall(content, nullptr, {QStringLiteral("actions"), QStringLiteral("inline-reply")})
+                    .actions.isEmpty());
+}
+
+TEST(NotifyCall, TextIsEscapedOnlyWhereTheServerReadsMarkup) {
+    EXPECT_EQ(notifyCall(content, nullptr, {QStringLiteral("body-markup")}).body,
+              QStringLiteral("<b>A &amp; B</b>\n1 &lt; 2"));
+    EXPECT_EQ(notifyCall(content, nullptr, {}).body, QStringLiteral("A & B\n1 < 2"));
+}
+
+TEST(NotifyCall, SoundAndThreadAreHints) {
+    auto loud = content;
+    loud.hasDefaultSound = true;
+    loud.threadIdentifier = QStringLiteral("Chat");
+    const auto hints = notifyCall(loud, nullptr, {}).hints;
+    EXPECT_EQ(hints.value(QStringLiteral("sound-name")), QStringLiteral("message-new-instant"));
+    EXPECT_EQ(hints.value(QStringLiteral("x-kde-origin-name")), QStringLiteral("Chat"));
+    EXPECT_EQ(hints.value(QStringLiteral("desktop-entry")), QStringLiteral("org.brenvale.Brenvale"));
+    EXPECT_FALSE(hints.contains(QStringLiteral("suppress-sound")));
+    EXPECT_EQ(notifyCall(content, nullptr, {}).hints.value(QStringLiteral("suppress-sound")), QVariant(true));
+}
