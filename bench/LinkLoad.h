@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
+#include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/HostnamedComputerName.h"
 #include "platform/linux/QtPasteboard.h"
 #include "platform/linux/StandardOutputLog.h"
@@ -54,6 +55,9 @@ public:
 private:
     struct Settings final : UserDefaults {
         [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
+        [[nodiscard]] bool contains(QStringView /*key*/) const override { return true; }
+        void setInteger(QStringView /*key*/, qint64 /*value*/) override {}
+        [[nodiscard]] Subscription observe(std::function<void()> /*observer*/) override { return {}; }
         qint64 port = 0;
     };
     struct CountingCenter final : UserNotificationCenter {
@@ -78,6 +82,7 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     Folder downloads_;
+    DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     QtPasteboard pasteboard_;
@@ -86,6 +91,7 @@ private:
     Platform platform_{.clock = clock_,
                        .computerName = computerName_,
                        .downloads = downloads_,
+                       .fileViewer = fileViewer_,
                        .internalNotifications = internalNotifications_,
                        .log = log_,
                        .pasteboard = pasteboard_,

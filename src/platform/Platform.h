@@ -5,6 +5,7 @@ namespace brenvale {
 class Clock;
 class ComputerName;
 class Downloads;
+class FileViewer;
 class InternalNotifications;
 class Log;
 class Pasteboard;
@@ -17,6 +18,7 @@ struct Platform {
     Clock& clock;
     ComputerName& computerName;
     Downloads& downloads;
+    FileViewer& fileViewer;
     InternalNotifications& internalNotifications;
     Log& log;
     Pasteboard& pasteboard;

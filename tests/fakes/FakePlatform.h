@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/ComputerName.h"
 #include "platform/Downloads.h"
+#include "platform/FileViewer.h"
 #include "platform/InternalNotifications.h"
 #include "platform/Log.h"
 #include "platform/Pasteboard.h"
@@ -13,9 +14,11 @@
 #include <QByteArrayList>
 #include <QHash>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <algorithm>
 #include <mutex>
+#include <variant>
 #include <vector>
 
 namespace brenvale {
@@ -75,8 +78,10 @@ class FakePasteboard final : public Pasteboard {
 public:
     void clearContents() override { calls.append(QStringLiteral("clear")); }
     void setString(const QString& text) override { calls.append(QStringLiteral("set:") + text); }
+    [[nodiscard]] std::optional<QString> string() const override { return contents; }
 
     QStringList calls;
+    std::optional<QString> contents; ///< what another program put there
 };
 
 class FakeUserDefaults final : public UserDefaults {
@@ -86,14 +91,37 @@ public:
         return integers_.value(key.toString());
     }
 
-    void set(const QString& key, qint64 value) {
+    [[nodiscard]] bool contains(QStringView key) const override {
         const std::scoped_lock lock(mutex_);
-        integers_.insert(key, value);
+        return integers_.contains(key.toString());
+    }
+
+    void setInteger(QStringView key, qint64 value) override { set(key.toString(), value); }
+
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
+        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
+    }
+
+    /// As another process would, too.
+    void set(const QString& key, qint64 value) {
+        {
+            const std::scoped_lock lock(mutex_);
+            integers_.insert(key, value);
+        }
+        change_.set({});
     }
 
 private:
     mutable std::mutex mutex_;
     QHash<QString, qint64> integers_;
+    Published<std::monostate> change_;
+};
+
+class FakeFileViewer final : public FileViewer {
+public:
+    void activateFileViewerSelecting(const QUrl& file) override { shown.append(file); }
+
+    QList<QUrl> shown;
 };
 
 /// A centre that takes every request, and keeps the notifications on show with replacement by identifier.
@@ -152,6 +180,7 @@ struct FakePlatform {
     FakeClock clock;
     FakeComputerName computerName;
     TemporaryDownloads downloads;
+    FakeFileViewer fileViewer;
     InternalNotifications internalNotifications;
     RecordingLog log;
     FakePasteboard pasteboard;
@@ -160,6 +189,7 @@ struct FakePlatform {
     Platform platform{.clock = clock,
                       .computerName = computerName,
                       .downloads = downloads,
+                      .fileViewer = fileViewer,
                       .internalNotifications = internalNotifications,
                       .log = log,
                       .pasteboard = pasteboard,

@@ -7,6 +7,7 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main)
       platform_{.clock = clock_,
                 .computerName = computerName_,
                 .downloads = downloads_,
+                .fileViewer = fileViewer_,
                 .internalNotifications = internalNotifications_,
                 .log = log_,
                 .pasteboard = pasteboard_,

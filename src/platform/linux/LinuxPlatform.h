@@ -2,6 +2,7 @@
 
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
+#include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/HostnamedComputerName.h"
 #include "platform/linux/QtPasteboard.h"
@@ -24,6 +25,7 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     XdgDownloads downloads_;
+    DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     QtPasteboard pasteboard_;
