@@ -3,6 +3,8 @@
 #include <QAbstractListModel>
 #include <QList>
 
+#include <algorithm>
+
 namespace brenvale {
 
 /// A list model that follows a list of records by inserting, removing and changing single rows, never by a
