@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QTemporaryFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <utility>
@@ -80,22 +81,34 @@ void measureIncoming(const bench::Table& table, bench::LinkLoad& load, const Lim
 void measureOutgoing(const bench::Table& table, bench::LinkLoad& load, const Limits& limits, int mebibytes) {
     table.heading("A file out");
     const double sending = limits.loopback.sendingSeconds * base64Growth * billion;
+    const auto cost = [&](const char* what, double seconds) {
+        table.row(what, seconds, "s/GB", sending);
+    };
     const auto stages = bench::outgoingStages(mebibytes, memoryFolder);
-    table.row("read", stages.read, "s/GB", sending);
-    table.row("encode", stages.encode, "s/GB", sending);
-    QTemporaryFile file(memoryFolder + QStringLiteral("/brenvale-bench-XXXXXX"));
-    if (!file.open() || !file.resize(qint64{mebibytes} << 20)) {
-        return;
+    cost("read", stages.read);
+    cost("encode", stages.encode);
+    cost("write to the network, as raw TCP", sending);
+    cost("write to the temporary file, beyond 256 MiB", bench::writingToFile(mebibytes, QDir::homePath()));
+    for (const auto& [what, size] :
+         {std::pair("of 128 MiB", std::max(1, mebibytes / 8)), std::pair("of 1 GiB", mebibytes)}) {
+        QTemporaryFile file(memoryFolder + QStringLiteral("/brenvale-bench-XXXXXX"));
+        if (!file.open() || !file.resize(qint64{size} << 20)) {
+            return;
+        }
+        const auto outgoing = load.sendFile(file.fileName());
+        cost(QByteArray("all of the link's thread, file ") + what, outgoing.linkSecondsForByte * billion);
+        table.row("   read and queued after", outgoing.queuedSeconds, "s");
+        table.row("   all of it at the phone after", outgoing.sentSeconds, "s");
     }
-    const auto outgoing = load.sendFile(file.fileName());
-    table.row("all of the link's thread", outgoing.linkSecondsForByte * billion, "s/GB", sending);
-    table.row("read and queued after", outgoing.queuedSeconds, "s");
-    table.row("all of it at the phone after", outgoing.sentSeconds, "s");
+}
+
+void measureMemory(const bench::Table& table, int mebibytes) {
+    table.heading("Memory of a link in a process of its own, around a file of 1 GiB out");
     const auto memory =
         bench::measureSenderMemory(QCoreApplication::applicationFilePath(), mebibytes, memoryFolder);
-    table.row("memory of the link alone: idle", memory.idle, "MiB");
-    table.row("   its peak", memory.peak, "MiB", memory.idle);
-    table.row("   when the file is gone", memory.after, "MiB", memory.idle);
+    table.row("idle", memory.idle, "MiB");
+    table.row("peak", memory.peak, "MiB", memory.idle);
+    table.row("afterwards", memory.after, "MiB", memory.idle);
 }
 
 void measureWaits(const bench::Table& table, bench::LinkLoad& load, int mebibytes) {
@@ -140,6 +153,7 @@ int main(int argc, char* argv[]) {
     measureIncoming(table, load, limits, mebibytes, false);
     measureIncoming(table, load, limits, mebibytes, true);
     measureOutgoing(table, load, limits, mebibytes);
+    measureMemory(table, mebibytes);
     measureWaits(table, load, mebibytes);
     return 0;
 }
