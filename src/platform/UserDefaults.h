@@ -10,7 +10,8 @@ class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
-    /// The integer under `key`; 0 where the key is absent or holds no integer.
+    /// The integer under `key`; 0 where the key is absent or holds no integer. One beyond 64 bits becomes the
+    /// nearest that is not.
     [[nodiscard]] virtual qint64 integer(QStringView key) const = 0;
 };
 
