@@ -2,30 +2,29 @@
 
 #include "ClientFrames.h"
 #include "Phone.h"
+#include "records/HistoryListModels.h"
 #include "transfer/FileChunkText.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
+#include <future>
+#include <thread>
 #include <vector>
 
 namespace brenvale::bench {
 
-using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr double chunkBytes = 1 << 20;
-
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
+constexpr auto probePause = 1ms;
 
 /// Serves the main thread until `isDone`.
 void serveUntil(const std::function<bool()>& isDone) {
@@ -91,7 +90,7 @@ double LinkLoad::notificationsPerSecond(int phones, int count) {
     return count / secondsSince(start);
 }
 
-LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
+Distribution LinkLoad::roundTripMicroseconds(int count) {
     const auto answering = store_->connectedDeviceName.subscribe([this](const auto& name) {
         if (name) {
             server_->send(R"({"action":"get_sms_history"})");
@@ -114,11 +113,10 @@ LinkLoad::RoundTrip LinkLoad::roundTripMicroseconds(int count) {
     });
     connect(phone);
     serveUntil([&] { return isDone.load(); });
-    std::ranges::sort(times);
-    return {.median = times[times.size() / 2], .percentile99 = times[times.size() * 99 / 100]};
+    return distributionOf(std::move(times));
 }
 
-double LinkLoad::incomingFileBytesPerSecond(const QString& folder, int mebibytes, bool escapesSlashes) {
+LinkLoad::Incoming LinkLoad::receiveFile(const QString& folder, int mebibytes, bool escapesSlashes) {
     downloads_.path = folder;
     Phone phone;
     connect(phone);
@@ -130,6 +128,8 @@ double LinkLoad::incomingFileBytesPerSecond(const QString& folder, int mebibytes
     const auto middle = chunk(false);
     const auto last = chunk(true);
     const int expected = center_.requests + 3; // at the start one notification, at the end two
+    const double cpuBefore = linkCpuSeconds();
+    isFileUnderWay_ = true;
     const auto start = Clock::now();
     phone.sendPrepared(phone::textFrames({fileTransferStartText(name, qint64{mebibytes} << 20)}));
     for (int i = 1; i < mebibytes; ++i) {
@@ -138,15 +138,48 @@ double LinkLoad::incomingFileBytesPerSecond(const QString& folder, int mebibytes
     phone.sendPrepared(last);
     serveUntil([&] { return center_.requests >= expected; });
     const double seconds = secondsSince(start);
+    isFileUnderWay_ = false;
+    const double bytes = chunkBytes * mebibytes;
     QFile::remove(folder + u'/' + name);
-    return chunkBytes * mebibytes / seconds;
+    return {.bytesPerSecond = bytes / seconds, .linkSecondsForByte = (linkCpuSeconds() - cpuBefore) / bytes};
+}
+
+LinkLoad::Waits LinkLoad::waitsDuringUpload(const QString& folder, int mebibytes) {
+    const FileTransferListModel view(*store_);
+    std::vector<double> pings;
+    std::vector<double> steps;
+    const auto count = [this](std::vector<double>& waits, Clock::time_point from) {
+        if (isFileUnderWay_) { // before and after it this program itself is at work
+            waits.push_back(1e3 * secondsSince(from));
+        }
+    };
+    Phone other;
+    other.onPong([&](const QByteArray& sent) {
+        count(pings, Clock::time_point(std::chrono::nanoseconds(sent.toLongLong())));
+    });
+    connect(other);
+    // One a millisecond, whether or not the last has been answered: who waits long is not left out.
+    std::jthread prober([&](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            const auto now = Clock::now();
+            other.ping(QByteArray::number(qint64{now.time_since_epoch() / 1ns}));
+            main_.async([&, now] { count(steps, now); });
+            std::this_thread::sleep_for(probePause);
+        }
+    });
+    (void)receiveFile(folder, mebibytes, false);
+    prober.request_stop();
+    prober.join();
+    QCoreApplication::processEvents(); // the last steps
+    other.close();
+    return {.ping = distributionOf(std::move(pings)), .mainStep = distributionOf(std::move(steps))};
 }
 
 LinkLoad::Outgoing LinkLoad::sendFile(const QString& path) {
     Phone phone;
     std::atomic<bool> hasLast = false;
     phone.onMessage([&](const QByteArray& message) {
-        if (message.left(80).contains(R"("isLast":true)")) { // the long member stands behind the others
+        if (isLastChunk(message)) {
             hasLast = true;
             main_.async([] {});
         }
@@ -154,13 +187,34 @@ LinkLoad::Outgoing LinkLoad::sendFile(const QString& path) {
     connect(phone);
     Outgoing outgoing{};
     const int expected = center_.requests + 1;
+    const double cpuBefore = linkCpuSeconds();
     const auto start = Clock::now();
     server_->sendFile(QUrl::fromLocalFile(path));
     serveUntil([&] { return center_.requests >= expected; });
     outgoing.queuedSeconds = secondsSince(start);
     serveUntil([&] { return hasLast.load(); });
     outgoing.sentSeconds = secondsSince(start);
+    outgoing.linkSecondsForByte =
+        (linkCpuSeconds() - cpuBefore) / static_cast<double>(QFileInfo(path).size());
     return outgoing;
+}
+
+void LinkLoad::sendFileToNamedPhone(const QString& path) {
+    serveUntil([this] { return store_->connectedDeviceName.get().has_value(); });
+    server_->sendFile(QUrl::fromLocalFile(path));
+    while (true) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+double LinkLoad::linkCpuSeconds() {
+    std::promise<double> seconds;
+    queue_.async([&seconds] { seconds.set_value(threadCpuSeconds()); });
+    return seconds.get_future().get();
+}
+
+bool isLastChunk(const QByteArray& message) {
+    return message.left(80).contains(R"("isLast":true)"); // the long member stands behind the others
 }
 
 } // namespace brenvale::bench

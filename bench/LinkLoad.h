@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Measuring.h"
+
 #include "fakes/FakePlatform.h"
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
@@ -25,6 +27,9 @@ class Phone;
 
 namespace brenvale::bench {
 
+/// Whether a message of the desktop carries the end of a file.
+[[nodiscard]] bool isLastChunk(const QByteArray& message);
+
 /// The real link, log and store, over loopback. Only the desktop's notification server is left out: it takes
 /// a few thousand notifications a second at best, and requests are counted instead.
 class LinkLoad {
@@ -34,24 +39,34 @@ public:
     /// Notifications a second from `phones` connections to the store on the main thread.
     [[nodiscard]] double notificationsPerSecond(int phones, int count);
 
-    struct RoundTrip {
-        double median;
-        double percentile99;
-    };
     /// Microseconds from a phone's message by way of the main thread to the answer at the phone.
-    [[nodiscard]] RoundTrip roundTripMicroseconds(int count);
+    [[nodiscard]] Distribution roundTripMicroseconds(int count);
 
-    /// Payload bytes a second of a file from one phone to `folder`, in chunks of 1 MiB. With `escapesSlashes`
-    /// every slash of the base64 comes as "\\/", as Android writes JSON.
-    [[nodiscard]] double incomingFileBytesPerSecond(const QString& folder, int mebibytes,
-                                                    bool escapesSlashes);
+    struct Incoming {
+        double bytesPerSecond;     ///< payload
+        double linkSecondsForByte; ///< that a processor works for the link's thread
+    };
+    /// A file from one phone to `folder`, in chunks of 1 MiB. With `escapesSlashes` every slash of the base64
+    /// comes as "\\/", as Android writes JSON.
+    [[nodiscard]] Incoming receiveFile(const QString& folder, int mebibytes, bool escapesSlashes);
+
+    struct Waits {
+        Distribution ping;     ///< milliseconds until the link has answered the ping of another phone
+        Distribution mainStep; ///< milliseconds until a step of the main queue has begun
+    };
+    /// How long others wait while a file comes in and a view follows the list of transfers.
+    [[nodiscard]] Waits waitsDuringUpload(const QString& folder, int mebibytes);
 
     struct Outgoing {
-        double queuedSeconds; ///< until the whole file has been read
-        double sentSeconds;   ///< until the phone has the last of it
+        double queuedSeconds;      ///< until the whole file has been read
+        double sentSeconds;        ///< until the phone has the last of it
+        double linkSecondsForByte; ///< that a processor works for the link's thread
     };
     /// A file from the desktop to one phone.
     [[nodiscard]] Outgoing sendFile(const QString& path);
+
+    /// Sends a file to the phone of another process once that has told its name; then serves for ever.
+    [[noreturn]] void sendFileToNamedPhone(const QString& path);
 
 private:
     struct Settings final : UserDefaults {
@@ -85,6 +100,7 @@ private:
     };
 
     void connect(Phone& phone) const;
+    [[nodiscard]] double linkCpuSeconds();
 
     FakeAccessibilityTrust accessibilityTrust_;
     FakeAlerts alerts_;
@@ -113,6 +129,7 @@ private:
                        .userDefaults = settings_,
                        .userNotificationCenter = center_};
     std::atomic<bool> isListening_ = false;
+    std::atomic<bool> isFileUnderWay_ = false; ///< an incoming one
     MainQueue main_;
     std::shared_ptr<HistoryStore> store_ = std::make_shared<HistoryStore>();
     LinkQueue queue_;

@@ -1,12 +1,13 @@
 #include "MachineLimits.h"
 
+#include "Measuring.h"
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/read.hpp>
 #include <boost/asio/write.hpp>
 
-#include <algorithm>
-#include <chrono>
+#include <array>
 #include <cstring>
 #include <thread>
 #include <vector>
@@ -14,7 +15,6 @@
 namespace brenvale::bench {
 
 using boost::asio::ip::tcp;
-using Clock = std::chrono::steady_clock;
 
 namespace {
 
@@ -33,30 +33,33 @@ struct SocketPair {
     tcp::socket far{context};
 };
 
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 } // namespace
 
-double loopbackBytesPerSecond() {
+LoopbackLimit loopbackLimit() {
     SocketPair sockets;
-    const std::jthread writer([&sockets] {
+    double sendingSeconds = 0;
+    std::jthread writer([&sockets, &sendingSeconds] {
         const std::vector<char> block(1 << 20, 'x');
         boost::system::error_code error;
         for (const auto start = Clock::now(); secondsSince(start) < 1 && !error;) {
             boost::asio::write(sockets.near, boost::asio::buffer(block), error);
         }
+        sendingSeconds = threadCpuSeconds();
         sockets.near.close(error);
     });
     std::vector<char> block(1 << 20);
-    std::size_t total = 0;
+    double total = 0;
     boost::system::error_code error;
     const auto start = Clock::now();
+    const double before = threadCpuSeconds();
     while (!error) {
-        total += sockets.far.read_some(boost::asio::buffer(block), error);
+        total += static_cast<double>(sockets.far.read_some(boost::asio::buffer(block), error));
     }
-    return static_cast<double>(total) / secondsSince(start);
+    const double receivingSeconds = threadCpuSeconds() - before;
+    writer.join();
+    return {.bytesPerSecond = total / secondsSince(start),
+            .receivingSeconds = receivingSeconds / total,
+            .sendingSeconds = sendingSeconds / total};
 }
 
 double memoryCopyBytesPerSecond() {
@@ -94,8 +97,7 @@ double loopbackRoundTripMicroseconds() {
     }
     boost::system::error_code ignored;
     sockets.near.close(ignored);
-    std::ranges::nth_element(times, times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2));
-    return times[times.size() / 2];
+    return distributionOf(std::move(times)).median;
 }
 
 } // namespace brenvale::bench

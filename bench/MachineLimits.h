@@ -4,8 +4,13 @@ namespace brenvale::bench {
 
 /// What the machine can do at best, to hold the link's figures against. Each measures for about a second.
 
-/// Bytes a second over a raw TCP connection on loopback, in writes of 1 MiB.
-[[nodiscard]] double loopbackBytesPerSecond();
+struct LoopbackLimit {
+    double bytesPerSecond;
+    double receivingSeconds; ///< of a processor, for each byte
+    double sendingSeconds;
+};
+/// Bytes over a raw TCP connection on loopback, in blocks of 1 MiB.
+[[nodiscard]] LoopbackLimit loopbackLimit();
 
 /// Bytes a second of copying 1.4 MB blocks in memory.
 [[nodiscard]] double memoryCopyBytesPerSecond();

@@ -1,8 +1,12 @@
-// Measures the real program from its start to rest, and prints one table. Usage: program-bench PROGRAM
-// [--smoke] It wants no display and no bus of its own: what is there is used, as by a person who starts it
-// here.
+// Measures the real program from its start to rest, and prints one table.
+// Usage: program-bench PROGRAM [--smoke]
+// It wants no display and no bus of its own: what is there is used, as by a person who starts it here.
+// Settings and received files are in a folder that goes at the end.
 
+#include "Measuring.h"
 #include "Phone.h"
+#include "ProcessMemory.h"
+#include "Table.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -25,8 +29,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace brenvale::bench;
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
 
 namespace {
 
@@ -47,6 +51,11 @@ pid_t startProgram(const char* program) {
     return process;
 }
 
+void stopProgram(pid_t process) {
+    ::kill(process, SIGTERM);
+    ::waitpid(process, nullptr, 0);
+}
+
 void waitUntilListening() {
     boost::asio::io_context context;
     boost::system::error_code error;
@@ -59,57 +68,89 @@ void waitUntilListening() {
     } while (error);
 }
 
-/// The sum of one field of the status of all threads, or the process's own.
-long long statusField(const QString& file, const QByteArray& field) {
-    QFile status(file);
-    if (!status.open(QFile::ReadOnly)) {
-        return 0;
-    }
-    for (const auto& line : status.readAll().split('\n')) {
-        if (line.startsWith(field + ':')) {
-            return line.mid(field.size() + 1).simplified().split(' ').first().toLongLong();
-        }
-    }
-    return 0;
-}
-
-long long wakeUps(pid_t process) {
+double wakeUps(pid_t process) {
     const auto tasks = QStringLiteral("/proc/%1/task").arg(process);
     long long total = 0;
     for (const auto& task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         total += statusField(tasks + u'/' + task + QStringLiteral("/status"), "voluntary_ctxt_switches");
     }
-    return total;
+    return static_cast<double>(total);
 }
 
-void printMemory(const char* what, pid_t process, const QByteArray& field) {
-    const auto kibibytes = statusField(QStringLiteral("/proc/%1/status").arg(process), field);
-    std::printf("%-58s %12.1f MiB\n", what, static_cast<double>(kibibytes) / 1024);
-}
-
-/// Sends `count` messages and waits until the desktop has read the last: it answers the goodbye behind them.
-void sendMessages(int count, const QByteArray& message) {
+/// Sends messages and waits until the desktop has read the last: it answers the goodbye behind them.
+void sendMessages(const QByteArray& first, int count, const QByteArray& message, const QByteArray& last) {
     brenvale::Phone phone;
     if (!phone.connect(QStringLiteral("127.0.0.1"), port)) {
         std::fputs("the program does not answer\n", stderr);
         return;
     }
+    phone.sendText(first);
     for (int i = 0; i < count; ++i) {
         phone.sendText(message);
         phone.waitUntilSent(1min);
     }
+    phone.sendText(last);
     phone.close(1min);
 }
 
-void measureMemoryUnderLoad(pid_t process, bool isSmoke) {
-    const auto chunk =
-        R"({"action":"file_chunk","fileName":"a","fileData":")" + QByteArray(1'398'104, 'A') + "\"}";
-    sendMessages(isSmoke ? 5 : 500, chunk);
-    printMemory("peak memory after 500 MiB of file chunks", process, "VmHWM");
-    sendMessages(1,
-                 R"({"action":"unknown","text":")" + QByteArray(isSmoke ? 1 << 20 : 100 << 20, 'A') + "\"}");
-    printMemory("peak memory after a message of 100 MiB", process, "VmHWM");
-    printMemory("   resident afterwards", process, "VmRSS");
+void measureStart(const Table& table, const char* program, int runs) {
+    std::vector<double> starts;
+    for (int run = 0; run < runs; ++run) {
+        const auto start = Clock::now();
+        const auto process = startProgram(program);
+        waitUntilListening();
+        starts.push_back(1e3 * secondsSince(start));
+        stopProgram(process);
+    }
+    table.row("start to listening, median", distributionOf(starts).median, "ms");
+    table.row("start to listening, slowest", std::ranges::max(starts), "ms");
+}
+
+/// Gives the resident memory.
+double measureRest(const Table& table, pid_t process, bool isSmoke) {
+    std::this_thread::sleep_for(isSmoke ? 100ms : 2000ms);
+    const auto before = wakeUps(process);
+    std::this_thread::sleep_for(isSmoke ? 100ms : 10000ms);
+    table.row("wake-ups of all threads in 10 idle seconds", wakeUps(process) - before, "");
+    const double resident = mebibytesOf(process, "VmRSS");
+    table.row("idle resident memory", resident, "MiB");
+    table.row("   of it anonymous", mebibytesOf(process, "RssAnon"), "MiB");
+    return resident;
+}
+
+void measureMemoryUnderLoad(const Table& table, pid_t process, double idle, bool isSmoke) {
+    const int mebibytes = isSmoke ? 10 : 1024;
+    const auto chunk = [](const char* end) {
+        return R"({"action":"file_chunk","fileName":"a","fileData":")" + QByteArray(1'398'104, 'A') + end;
+    };
+    sendMessages(R"({"action":"file_transfer_start","fileName":"a","fileSize":)" +
+                     QByteArray::number(qint64{mebibytes} << 20) + '}',
+                 mebibytes - 1, chunk("\"}"), chunk("\",\"isLast\":true}"));
+    const double peak = mebibytesOf(process, "VmHWM");
+    table.row("peak memory while a file of 1 GiB comes in", peak, "MiB");
+    table.row("   above the idle one (aim: < 32)", peak - idle, "MiB");
+    table.row("   resident afterwards", mebibytesOf(process, "VmRSS"), "MiB");
+    sendMessages(R"({"action":"unknown","text":")" + QByteArray(isSmoke ? 1 << 20 : 100 << 20, 'A') + "\"}",
+                 0, {}, "{}");
+    table.row("peak memory after a message of 100 MiB", mebibytesOf(process, "VmHWM"), "MiB");
+    table.row("   resident afterwards", mebibytesOf(process, "VmRSS"), "MiB");
+}
+
+/// Where the program finds its settings and its Downloads folder.
+void writeSettings(const QDir& folder) {
+    folder.mkpath(QStringLiteral("brenvale"));
+    folder.mkpath(QStringLiteral("Downloads"));
+    const auto write = [&folder](const QString& name, const QByteArray& text) {
+        QFile file(folder.filePath(name));
+        if (!file.open(QFile::WriteOnly) || file.write(text) != text.size()) {
+            std::perror("settings");
+            std::exit(1);
+        }
+    };
+    write(QStringLiteral("brenvale/brenvale.conf"), "[General]\nport=" + QByteArray::number(port) + "\n");
+    write(QStringLiteral("user-dirs.dirs"),
+          "XDG_DOWNLOAD_DIR=\"" + folder.filePath(QStringLiteral("Downloads")).toUtf8() + "\"\n");
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
 }
 
 } // namespace
@@ -120,39 +161,14 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     const bool isSmoke = argc > 2 && std::strcmp(argv[2], "--smoke") == 0;
-    const QTemporaryDir settings;
-    QDir(settings.path()).mkpath(QStringLiteral("brenvale"));
-    QFile file(settings.filePath(QStringLiteral("brenvale/brenvale.conf")));
-    if (!file.open(QFile::WriteOnly) ||
-        file.write("[General]\nport=" + QByteArray::number(port) + "\n") < 0) {
-        return 1;
-    }
-    file.close();
-    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
-
-    std::vector<double> starts;
-    for (int run = 0; run < (isSmoke ? 1 : 11); ++run) {
-        const auto start = Clock::now();
-        const auto process = startProgram(argv[1]);
-        waitUntilListening();
-        starts.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-        ::kill(process, SIGTERM);
-        ::waitpid(process, nullptr, 0);
-    }
-    std::ranges::sort(starts);
-    std::printf("%-58s %12.1f ms\n", "start to listening, median", starts[starts.size() / 2]);
-    std::printf("%-58s %12.1f ms\n", "start to listening, slowest", starts.back());
-
+    const QTemporaryDir folder;
+    writeSettings(folder.path());
+    const Table table(stdout);
+    measureStart(table, argv[1], isSmoke ? 1 : 11);
     const auto process = startProgram(argv[1]);
     waitUntilListening();
-    std::this_thread::sleep_for(isSmoke ? 100ms : 2000ms);
-    const auto before = wakeUps(process);
-    std::this_thread::sleep_for(isSmoke ? 100ms : 10000ms);
-    std::printf("%-58s %12lld\n", "wake-ups of all threads in 10 idle seconds", wakeUps(process) - before);
-    printMemory("idle resident memory", process, "VmRSS");
-    printMemory("   of it anonymous", process, "RssAnon");
-    measureMemoryUnderLoad(process, isSmoke);
-    ::kill(process, SIGTERM);
-    ::waitpid(process, nullptr, 0);
+    const double idle = measureRest(table, process, isSmoke);
+    measureMemoryUnderLoad(table, process, idle, isSmoke);
+    stopProgram(process);
     return 0;
 }

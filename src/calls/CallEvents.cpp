@@ -37,10 +37,8 @@ void WebSocketServer::showCall(const CallReport& report) {
     }
     if (report.banner != CallReport::Banner::keep) {
         const bool isShown = report.banner == CallReport::Banner::show;
-        onMain([caller = isShown ? std::optional(report.caller) : std::nullopt](HistoryStore* store) {
-            if (store != nullptr) {
-                store->incomingCallInfo.set(caller);
-            }
+        onStore([caller = isShown ? std::optional(report.caller) : std::nullopt](HistoryStore& store) {
+            store.incomingCallInfo.set(caller);
         });
     }
     if (report.duration) {

@@ -19,7 +19,7 @@ void WebSocketServer::handle(const MessageBuffer& data) {
         void (WebSocketServer::*run)(const JsonObject&);
     };
     static constexpr std::array branches{
-        Branch{"connected", &WebSocketServer::handleConnected},
+        Branch{"connected", &WebSocketServer::setDeviceName},
         Branch{"sms_history", &WebSocketServer::handleSmsHistory},
         Branch{"call_history", &WebSocketServer::handleCallHistory},
         Branch{"incoming_call", &WebSocketServer::handleCallEvent},
@@ -56,10 +56,6 @@ void WebSocketServer::handle(const MessageBuffer& data) {
     }
 }
 
-void WebSocketServer::handleConnected(const JsonObject& json) {
-    setDeviceName(json);
-}
-
 void WebSocketServer::handleSmsHistory(const JsonObject& json) {
     if (auto messages = decodeSmsHistoryMessage(json)) {
         onMain([&center = platform_.internalNotifications, messages = *std::move(messages)](HistoryStore*) {
@@ -78,21 +74,13 @@ void WebSocketServer::handleCallHistory(const JsonObject& json) {
 
 void WebSocketServer::handleSimInfo(const JsonObject& json) {
     if (auto sims = decodeSimInfoMessage(json)) {
-        onMain([sims = *std::move(sims)](HistoryStore* store) {
-            if (store != nullptr) {
-                store->availableSIMs.set(sims);
-            }
-        });
+        onStore([sims = *std::move(sims)](HistoryStore& store) { store.availableSIMs.set(sims); });
     }
 }
 
 void WebSocketServer::handleDeviceInfo(const JsonObject& json) {
     if (auto name = json.string("wifiName")) {
-        onMain([name = *std::move(name)](HistoryStore* store) {
-            if (store != nullptr) {
-                store->connectedWifiName.set(name);
-            }
-        });
+        onStore([name = *std::move(name)](HistoryStore& store) { store.connectedWifiName.set(name); });
     }
     setDeviceName(json);
 }
@@ -132,11 +120,7 @@ void WebSocketServer::setDeviceName(const JsonObject& json) {
     if (!name || name->isEmpty()) {
         return;
     }
-    onMain([name = *std::move(name)](HistoryStore* store) {
-        if (store != nullptr) {
-            store->connectedDeviceName.set(name);
-        }
-    });
+    onStore([name = *std::move(name)](HistoryStore& store) { store.connectedDeviceName.set(name); });
 }
 
 } // namespace brenvale

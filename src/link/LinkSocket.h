@@ -1,22 +1,45 @@
 #pragma once
 
+#include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/bind_handler.hpp>
 #include <boost/beast/core/role.hpp>
 #include <boost/beast/websocket/teardown.hpp>
 
 #include <chrono>
 #include <memory>
+#include <string>
 
 namespace brenvale {
 
-/// The TCP socket under a WebSocket. It is a type of its own so that the end of a connection can have a
-/// limit: the protocol stack waits for the peer to close, and a peer that never does would keep the
-/// connection for ever.
+/// The TCP socket under a WebSocket. It is a type of its own for two reasons. The end of a connection can
+/// have a limit: the protocol stack waits for the peer to close, and a peer that never does would keep the
+/// connection for ever. And bytes can be put back that were read too far.
 class LinkSocket : public boost::asio::ip::tcp::socket {
 public:
     explicit LinkSocket(boost::asio::ip::tcp::socket&& socket)
         : boost::asio::ip::tcp::socket(std::move(socket)) {}
+
+    /// The next read begins with `bytes`.
+    void putBack(std::string bytes) { putBack_ = std::move(bytes); }
+
+    template <typename Buffers, typename Handler>
+    void async_read_some(const Buffers& buffers, Handler&& handler) {
+        if (putBack_.empty()) {
+            boost::asio::ip::tcp::socket::async_read_some(buffers, std::forward<Handler>(handler));
+            return;
+        }
+        const auto size = boost::asio::buffer_copy(buffers, boost::asio::buffer(putBack_));
+        putBack_.erase(0, size);
+        boost::asio::post(get_executor(),
+                          boost::beast::bind_front_handler(std::forward<Handler>(handler),
+                                                           boost::system::error_code(), size));
+    }
+
+private:
+    std::string putBack_;
 };
 
 /// What the protocol stack calls after the last frame; found by the argument's type.

@@ -3,24 +3,32 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <utility>
+
+#include <malloc.h>
 
 namespace brenvale {
 
 namespace {
 
+/// The C library keeps up to this much for the next file.
+constexpr std::size_t keptMemory = std::size_t{8} << 20;
+
 class TextInMemory final : public OutgoingText {
 public:
-    /// `memoryUse` may be null; else it counts this text for as long as it lives.
-    TextInMemory(QByteArray text, std::shared_ptr<std::size_t> memoryUse)
-        : text_(std::move(text)), memoryUse_(std::move(memoryUse)) {
-        if (memoryUse_) {
-            *memoryUse_ += static_cast<std::size_t>(text_.size());
+    /// `memory` may be null; else it counts this text for as long as it lives.
+    TextInMemory(QByteArray text, std::shared_ptr<OutgoingMemory> memory)
+        : text_(std::move(text)), memory_(std::move(memory)) {
+        if (memory_) {
+            memory_->add(static_cast<std::size_t>(text_.size()));
         }
     }
     ~TextInMemory() override {
-        if (memoryUse_) {
-            *memoryUse_ -= static_cast<std::size_t>(text_.size());
+        const auto size = static_cast<std::size_t>(text_.size());
+        text_.clear(); // so that the last one too can go back
+        if (memory_) {
+            memory_->subtract(size);
         }
     }
     TextInMemory(const TextInMemory&) = delete;
@@ -30,7 +38,7 @@ public:
 
 private:
     QByteArray text_;
-    std::shared_ptr<std::size_t> memoryUse_;
+    std::shared_ptr<OutgoingMemory> memory_;
 };
 
 class TextInFile final : public OutgoingText {
@@ -62,17 +70,30 @@ std::shared_ptr<QTemporaryFile> openTemporaryFile() {
 
 } // namespace
 
+void OutgoingMemory::add(std::size_t bytes) {
+    use_ += bytes;
+    peak_ = std::max(peak_, use_);
+}
+
+void OutgoingMemory::subtract(std::size_t bytes) {
+    use_ -= bytes;
+    // The C library would keep all of it for this thread: one small block that was allocated late is enough.
+    if (use_ == 0 && std::exchange(peak_, 0) > keptMemory) {
+        ::malloc_trim(0);
+    }
+}
+
 std::shared_ptr<const OutgoingText> makeOutgoingText(QByteArray text) {
     return std::make_shared<TextInMemory>(std::move(text), nullptr);
 }
 
 std::shared_ptr<const OutgoingText> OutgoingSpool::add(QByteArray text) {
-    if (*memoryUse_ + static_cast<std::size_t>(text.size()) > memoryLimit_) {
+    if (memory_->use() + static_cast<std::size_t>(text.size()) > memoryLimit_) {
         if (auto waiting = addToFile(text)) {
             return waiting;
         }
     }
-    return std::make_shared<TextInMemory>(std::move(text), memoryUse_);
+    return std::make_shared<TextInMemory>(std::move(text), memory_);
 }
 
 std::shared_ptr<const OutgoingText> OutgoingSpool::addToFile(const QByteArray& text) {

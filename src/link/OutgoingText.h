@@ -17,6 +17,19 @@ public:
     [[nodiscard]] virtual QByteArray bytes() const = 0;
 };
 
+/// Counts the memory of the texts that wait. When the last one is gone, what many of them took goes back to
+/// the system.
+class OutgoingMemory {
+public:
+    void add(std::size_t bytes);
+    void subtract(std::size_t bytes);
+    [[nodiscard]] std::size_t use() const { return use_; }
+
+private:
+    std::size_t use_ = 0;
+    std::size_t peak_ = 0; ///< since `use_` was last 0
+};
+
 /// Keeps the texts of files that wait to be sent: in memory up to a limit, beyond it in a temporary file
 /// without a name, which goes with the last text in it. Where such a file can't be written, memory has to do.
 /// One thread, and so have its texts.
@@ -27,7 +40,7 @@ public:
     [[nodiscard]] std::shared_ptr<const OutgoingText> add(QByteArray text);
 
     /// Bytes of text that are in memory now.
-    [[nodiscard]] std::size_t memoryUse() const { return *memoryUse_; }
+    [[nodiscard]] std::size_t memoryUse() const { return memory_->use(); }
 
 private:
     static constexpr std::size_t defaultMemoryLimit = std::size_t{256} << 20;
@@ -35,7 +48,7 @@ private:
     [[nodiscard]] std::shared_ptr<const OutgoingText> addToFile(const QByteArray& text);
 
     std::size_t memoryLimit_;
-    std::shared_ptr<std::size_t> memoryUse_ = std::make_shared<std::size_t>(0);
+    std::shared_ptr<OutgoingMemory> memory_ = std::make_shared<OutgoingMemory>();
     std::weak_ptr<QTemporaryFile> file_;
 };
 

@@ -10,6 +10,8 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
 
+#include <algorithm>
+
 #include <netinet/tcp.h>
 
 namespace brenvale {
@@ -25,7 +27,7 @@ namespace {
 
 constexpr auto handshakeLimit = 30s;
 constexpr std::size_t maxRequestSize = 8192;
-constexpr std::size_t stackRequestSize = 1536;
+/// Up to here a copy costs less than a new buffer: all messages but logs, files and long texts.
 constexpr std::size_t smallMessageSize = 900;
 constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
 constexpr std::string_view refusal =
@@ -122,12 +124,21 @@ void WebSocketConnection::answerRequest() {
         return;
     }
     http::request_parser<http::empty_body> parser;
+    parser.eager(true); // to find out whether a body follows
     error_code error;
-    parser.put(asio::buffer(request_), error);
+    const auto size = parser.put(asio::buffer(request_), error);
     if (isForeign(parser.get())) {
         refuse();
         return;
     }
+    if (!error && !parser.is_done()) {
+        error = http::error::unexpected_body;
+    }
+    if (error) {
+        end(State::failed, describe(error));
+        return;
+    }
+    stream_.next_layer().putBack(request_.substr(size)); // frames that came along
     auto accepted = [self = shared_from_this()](const error_code& failure) {
         if (failure) {
             self->end(State::failed, describe(failure));
@@ -135,15 +146,7 @@ void WebSocketConnection::answerRequest() {
             self->opened();
         }
     };
-    // The stack judges the request. Given the bytes it also keeps what follows them, but has little room for
-    // them.
-    if (request_.size() <= stackRequestSize) {
-        stream_.async_accept(asio::buffer(request_), std::move(accepted));
-    } else if (error) {
-        end(State::failed, describe(error));
-    } else {
-        stream_.async_accept(parser.get(), std::move(accepted));
-    }
+    stream_.async_accept(parser.get(), std::move(accepted)); // the stack judges the request
 }
 
 void WebSocketConnection::refuse() {
@@ -186,7 +189,6 @@ MessageBuffer WebSocketConnection::takeIncoming() {
     if (incoming_.size() > smallMessageSize) {
         return std::exchange(incoming_, {});
     }
-    // Cheaper than a new buffer with room for the next read.
     MessageBuffer copy(incoming_.text());
     incoming_.consume(incoming_.size());
     return copy;

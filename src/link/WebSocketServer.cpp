@@ -111,11 +111,7 @@ void WebSocketServer::stop() {
             listener->cancel();
         }
     });
-    onMain([](HistoryStore* store) {
-        if (store != nullptr) {
-            store->availableSIMs.set({});
-        }
-    });
+    onStore([](HistoryStore& store) { store.availableSIMs.set({}); });
 }
 
 void WebSocketServer::listenerChanged(const Listener::StateReport& report) {
@@ -174,11 +170,7 @@ void WebSocketServer::connectionChanged(const ConnectionPointer& connection,
 void WebSocketServer::greet(const ConnectionPointer& connection) {
     logOf(*connection, "Connection ", " is ready (handshake complete)");
     if (const auto& host = connection->endpoint().host) {
-        onMain([host](HistoryStore* store) {
-            if (store != nullptr) {
-                store->connectedRemoteIP.set(host);
-            }
-        });
+        onStore([host](HistoryStore& store) { store.connectedRemoteIP.set(host); });
     }
     receive(connection);
     auto name = platform_.computerName.localizedName();
@@ -272,13 +264,11 @@ void WebSocketServer::remove(const ConnectionPointer& connection) {
     if (!link_.connections.empty()) {
         return;
     }
-    onMain([](HistoryStore* store) {
-        if (store != nullptr) {
-            store->availableSIMs.set({});
-            store->connectedRemoteIP.set({});
-            store->connectedWifiName.set({});
-            store->connectedDeviceName.set({});
-        }
+    onStore([](HistoryStore& store) {
+        store.availableSIMs.set({});
+        store.connectedRemoteIP.set({});
+        store.connectedWifiName.set({});
+        store.connectedDeviceName.set({});
     });
 }
 
@@ -301,6 +291,14 @@ void WebSocketServer::onMain(StoreStep step) {
         const auto self = weak.lock();
         const auto store = self ? self->historyStore.lock() : nullptr;
         step(store.get());
+    });
+}
+
+void WebSocketServer::onStore(std::move_only_function<void(HistoryStore&)> step) {
+    onMain([step = std::move(step)](HistoryStore* store) mutable {
+        if (store != nullptr) {
+            step(*store);
+        }
     });
 }
 

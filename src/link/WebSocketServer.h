@@ -118,7 +118,6 @@ private:
 
     // link/InboundDispatch.cpp. On queue.
     void handle(const MessageBuffer& data);
-    void handleConnected(const JsonObject& json);
     void handleSmsHistory(const JsonObject& json);
     void handleCallHistory(const JsonObject& json);
     void handleSimInfo(const JsonObject& json);
@@ -151,6 +150,7 @@ private:
     // weakly, and the store is looked up inside the step, which always runs and gets null once server or
     // store is gone.
     void onMain(StoreStep step);
+    void onStore(std::move_only_function<void(HistoryStore&)> step); ///< onMain, and only while there is one
     void onQueue(std::move_only_function<void(WebSocketServer&)> step);
 
     Platform& platform_;

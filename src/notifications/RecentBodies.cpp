@@ -27,10 +27,10 @@ QString RecentBodies::bodyKey(const QString& body) {
 
 std::optional<QString> RecentBodies::repeatedIdentifier(const QString& bodyKey, double now) const {
     const auto found = byBody_.find(bodyKey);
-    if (found == byBody_.end() || now - (*found)->date >= dedupWindow) {
+    if (found == byBody_.end() || now - (*found)->first >= dedupWindow) {
         return {};
     }
-    return (*found)->identifier;
+    return (*found)->second.identifier;
 }
 
 void RecentBodies::remember(const QString& bodyKey, const QString& identifier, double now) {
@@ -38,8 +38,7 @@ void RecentBodies::remember(const QString& bodyKey, const QString& identifier, d
         entries_.erase(*found);
         byBody_.erase(found);
     }
-    entries_.push_back({bodyKey, identifier, now});
-    byBody_.insert(bodyKey, std::prev(entries_.end()));
+    byBody_.insert(bodyKey, entries_.emplace_hint(entries_.end(), now, Entry{bodyKey, identifier}));
     forgetOld(now);
 }
 
@@ -47,10 +46,10 @@ void RecentBodies::forgetOld(double now) {
     while (!entries_.empty()) {
         const double limit = size() > floodSize ? dedupWindow : retention;
         const auto oldest = entries_.begin();
-        if (now - oldest->date < limit) {
+        if (now - oldest->first < limit) {
             return;
         }
-        byBody_.remove(oldest->bodyKey);
+        byBody_.remove(oldest->second.bodyKey);
         entries_.erase(oldest);
     }
 }

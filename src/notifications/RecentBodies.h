@@ -3,7 +3,7 @@
 #include <QHash>
 #include <QString>
 
-#include <list>
+#include <map>
 #include <optional>
 
 namespace brenvale {
@@ -31,13 +31,13 @@ private:
     struct Entry {
         QString bodyKey;
         QString identifier;
-        double date;
     };
+    using Entries = std::multimap<double, Entry>;
 
     void forgetOld(double now);
 
-    std::list<Entry> entries_; ///< oldest post first
-    QHash<QString, std::list<Entry>::iterator> byBody_;
+    Entries entries_; ///< by the time of the post: it may be ahead, where the clock was set back
+    QHash<QString, Entries::iterator> byBody_;
 };
 
 } // namespace brenvale

@@ -13,7 +13,8 @@ class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
-    /// The integer under `key`; 0 where the key is absent or holds no integer. Any thread.
+    /// The integer under `key`; 0 where the key is absent or holds no integer. One beyond 64 bits becomes the
+    /// nearest that is not. Any thread.
     [[nodiscard]] virtual qint64 integer(QStringView key) const = 0;
 
     /// Whether there is a value under `key`. Any thread.

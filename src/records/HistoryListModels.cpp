@@ -7,9 +7,16 @@
 #include "records/RecordId.h"
 #include "transfer/TransferText.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace brenvale {
 
+using namespace std::chrono_literals;
+
 namespace {
+
+constexpr auto frame = 16ms;
 
 /// A value for QML, undefined where there is none.
 template <typename Value>
@@ -67,7 +74,38 @@ void NotifListModel::refreshNames() {
 }
 
 FileTransferListModel::FileTransferListModel(HistoryStore& store)
-    : subscription_(store.fileTransfers.subscribe([this](const auto& transfers) { setRecords(transfers); })) {
+    : subscription_(store.fileTransfers.subscribe([this](const auto& transfers) { follow(transfers); })) {
+    frameEnd_.setSingleShot(true);
+    frameEnd_.setTimerType(Qt::PreciseTimer);
+    frameEnd_.setInterval(frame);
+    frameEnd_.callOnTimeout(this, [this] { showNow(std::exchange(upcoming_, {})); });
+}
+
+void FileTransferListModel::follow(const QList<FileTransferRecord>& next) {
+    if (!isOnlyProgress(next)) {
+        showNow(next);
+        return;
+    }
+    upcoming_ = next;
+    if (!frameEnd_.isActive()) {
+        frameEnd_.start();
+    }
+}
+
+/// Whether nothing but the progress of rows would change, and some of it would.
+bool FileTransferListModel::isOnlyProgress(const QList<FileTransferRecord>& next) const {
+    const auto isSameButProgress = [](const FileTransferRecord& shown, const FileTransferRecord& other) {
+        return shown.id == other.id && shown.isCompleted == other.isCompleted && shown.url == other.url;
+    };
+    return std::ranges::equal(records(), next, isSameButProgress) &&
+           !std::ranges::equal(records(), next, {}, &FileTransferRecord::progress,
+                               &FileTransferRecord::progress);
+}
+
+void FileTransferListModel::showNow(const QList<FileTransferRecord>& next) {
+    frameEnd_.stop();
+    upcoming_.clear();
+    setRecords(next);
 }
 
 QVariant FileTransferListModel::data(const QModelIndex& index, int role) const {

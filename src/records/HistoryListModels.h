@@ -6,6 +6,8 @@
 #include "records/Published.h"
 #include "records/RecordListModel.h"
 
+#include <QTimer>
+
 namespace brenvale {
 
 class ContactNames;
@@ -44,6 +46,8 @@ private:
     Subscription subscription_;
 };
 
+/// Progress comes with every piece of a file, faster than any view can draw: it is passed on at most once a
+/// frame. All other changes are passed on at once, and with them the progress that waits.
 class FileTransferListModel final : public RecordListModel<FileTransferRecord> {
     Q_OBJECT
 
@@ -70,6 +74,12 @@ protected:
     [[nodiscard]] bool differ(const FileTransferRecord& shown, const FileTransferRecord& next) const override;
 
 private:
+    void follow(const QList<FileTransferRecord>& next);
+    [[nodiscard]] bool isOnlyProgress(const QList<FileTransferRecord>& next) const;
+    void showNow(const QList<FileTransferRecord>& next);
+
+    QTimer frameEnd_{this};              ///< runs while progress waits, and at no other time
+    QList<FileTransferRecord> upcoming_; ///< what the rows become then
     Subscription subscription_;
 };
 

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 
+#include <algorithm>
 #include <vector>
 
 namespace brenvale {

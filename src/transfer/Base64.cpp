@@ -177,41 +177,6 @@ void encodeGroup(Base64Cursor& cursor) {
     cursor.out += 4;
 }
 
-/// std::count in blocks of a fixed size, of which compilers make vector code: a tenth of the time.
-std::ptrdiff_t countSlashes(const char* begin, const char* end) {
-    constexpr std::ptrdiff_t blockSize = 128;
-    std::ptrdiff_t count = 0;
-    for (; end - begin >= blockSize; begin += blockSize) {
-        std::uint8_t inBlock = 0;
-        for (std::ptrdiff_t i = 0; i < blockSize; ++i) {
-            inBlock = static_cast<std::uint8_t>(inBlock + (begin[i] == '/' ? 1 : 0));
-        }
-        count += inBlock;
-    }
-    return count + std::count(begin, end, '/');
-}
-
-/// Makes "\/" of every '/' behind `start`.
-void escapeSlashes(QByteArray& text, qsizetype start) {
-    const auto slashes = countSlashes(text.constData() + start, text.constData() + text.size());
-    const auto length = static_cast<std::size_t>(text.size() - start);
-    text.resize(text.size() + slashes);
-    // The text moves to the end, then piece by piece back to where it belongs. The gap between the two
-    // shrinks with every slash, and what is behind the last one is in its place already.
-    char* to = text.data() + start;
-    std::memmove(to + slashes, to, length);
-    const char* from = to + slashes;
-    const char* end = from + length;
-    while (to != from) {
-        const auto* slash =
-            static_cast<const char*>(std::memchr(from, '/', static_cast<std::size_t>(end - from)));
-        to = std::copy(from, slash, to);
-        *to++ = '\\';
-        *to++ = '/';
-        from = slash + 1;
-    }
-}
-
 } // namespace
 
 Base64Way fastestBase64Way() {
@@ -271,13 +236,10 @@ char* encodeBase64(QByteArrayView bytes, char* out, Base64Way way) {
     return cursor.out;
 }
 
-void appendBase64(QByteArrayView bytes, QByteArray& text, Base64Slashes slashes) {
+void appendBase64(QByteArrayView bytes, QByteArray& text) {
     const qsizetype start = text.size();
     text.resize(start + static_cast<qsizetype>(base64EncodedSize(static_cast<std::size_t>(bytes.size()))));
     encodeBase64(bytes, text.data() + start);
-    if (slashes == Base64Slashes::escaped) {
-        escapeSlashes(text, start);
-    }
 }
 
 } // namespace brenvale

@@ -61,10 +61,7 @@ private:
 /// end of what was written. `out` must not overlap `bytes`.
 char* encodeBase64(QByteArrayView bytes, char* out, Base64Way way = fastestBase64Way());
 
-/// Whether '/' is written bare or as the "\/" that JSON also allows.
-enum class Base64Slashes : std::uint8_t { bare, escaped };
-
 /// Adds `bytes` as base64 behind `text`. Reserve room in `text` beforehand to have no copy made.
-void appendBase64(QByteArrayView bytes, QByteArray& text, Base64Slashes slashes = Base64Slashes::bare);
+void appendBase64(QByteArrayView bytes, QByteArray& text);
 
 } // namespace brenvale

@@ -99,10 +99,9 @@ void WebSocketServer::handleFileChunk(const JsonObject& json) {
     }
     const auto totalSize = session->second.totalSize;
     const double progress = totalSize > 0 ? static_cast<double>(*length) / static_cast<double>(totalSize) : 0;
-    onMain([id = incoming_.activeTransfers.value(*fileName, makeRecordId()), progress](HistoryStore* store) {
-        if (store != nullptr) {
-            store->updateFileTransfer(id, progress, false);
-        }
+    // Without a row of that name the update finds none.
+    onStore([id = incoming_.activeTransfers.value(*fileName), progress](HistoryStore& store) {
+        store.updateFileTransfer(id, progress, false);
     });
     if (json.boolean("isLast").value_or(false) || json.utf8("action") == "file_transfer") {
         finalizeIncomingFile(*fileName);

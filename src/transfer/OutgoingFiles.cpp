@@ -49,11 +49,7 @@ std::expected<void, QString> WebSocketServer::queueFile(const QUrl& url) {
                                     .fileSize = file.size(),
                                     .date = QDateTime::currentDateTime(),
                                     .isOutgoing = true};
-    onMain([record](HistoryStore* store) {
-        if (store != nullptr) {
-            store->addFileTransfer(record);
-        }
-    });
+    onStore([record](HistoryStore& store) { store.addFileTransfer(record); });
     send(fileTransferStartText(record.fileName, record.fileSize));
     return queueChunks(file, record);
 }
@@ -78,10 +74,8 @@ std::expected<void, QString> WebSocketServer::queueChunks(QFile& file, const Fil
         }
         offset += length;
         const double progress = static_cast<double>(offset) / static_cast<double>(record.fileSize);
-        onMain([id = record.id, progress, isLast](HistoryStore* store) {
-            if (store != nullptr) {
-                store->updateFileTransfer(id, progress, isLast);
-            }
+        onStore([id = record.id, progress, isLast](HistoryStore& store) {
+            store.updateFileTransfer(id, progress, isLast);
         });
     }
     return {};

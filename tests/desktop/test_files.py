@@ -4,10 +4,13 @@ import contextlib
 import hashlib
 import os
 import pathlib
+import shutil
 import subprocess
+import tempfile
 
 from brenvale_desk import PROGRAM, DeskTest, Recorder, main
 
+MEBIBYTE = 1 << 20
 PHONE = pathlib.Path(PROGRAM).with_name('brenvale-phone')
 
 
@@ -19,6 +22,23 @@ def small_disk(folder, size):
         yield
     finally:
         subprocess.run(['umount', '-l', folder], check=True)
+
+
+def write_large_file(path, mebibytes):
+    """Writes mebibytes of which no two are alike, and gives their SHA-256."""
+    piece = os.urandom(MEBIBYTE - 8)
+    digest = hashlib.sha256()
+    with open(path, 'wb') as file:
+        for number in range(mebibytes):
+            numbered = number.to_bytes(8, 'big') + piece
+            digest.update(numbered)
+            file.write(numbered)
+    return digest.digest()
+
+
+def sha256(path):
+    with open(path, 'rb') as file:
+        return hashlib.file_digest(file, 'sha256').digest()
 
 
 class FilesTest(DeskTest):
@@ -45,6 +65,20 @@ class FilesTest(DeskTest):
             arrived = (self.downloads / 'photo 1.jpg').read_bytes()
             self.assertEqual(hashlib.sha256(arrived).digest(), hashlib.sha256(contents).digest())
             (self.downloads / 'photo 1.jpg').unlink()
+
+    def test_a_gibibyte_arrives_whole_on_the_disk(self):
+        # The folder for temporary files may be memory; this one is on a disk by convention.
+        with tempfile.TemporaryDirectory(dir='/var/tmp', prefix='testdesk.') as name:
+            folder = pathlib.Path(name)
+            if shutil.disk_usage(folder).free < 2560 * MEBIBYTE:
+                self.skipTest('the disk has less than 2.5 GiB free')
+            source = folder / 'film.mp4'
+            expected = write_large_file(source, 1024)
+            (folder / 'Downloads').mkdir()
+            self.downloads.symlink_to(folder / 'Downloads')
+            self.send_with_phone(source)
+            self.wait_closed('film.mp4')
+            self.assertEqual(sha256(folder / 'Downloads/film.mp4'), expected)
 
     def test_the_user_is_told(self):
         source = self.desk.root / 'note.txt'

@@ -70,6 +70,18 @@ class FramingTest(DeskTest):
         self.assertEqual(phone.read_frame(), (PONG, b'early'))
         self.assertEqual(self.sizes(), [11])
 
+    def test_frames_that_come_with_a_long_handshake(self):
+        for length in (1000, 1400, 1500, 2000, 5000):  # of a header, around what the protocol stack has room for
+            with self.subTest(length=length):
+                phone = self.raw(self.program)
+                early = json.dumps({'early': 'x' * length}).encode()
+                phone.socket.sendall(phone.request(Cookie='c' * length) + phone.frame(TEXT, early) +
+                                     phone.frame(PING, b'early'))
+                self.assertEqual(phone.read_response()[0], 101)
+                self.assertEqual(phone.read_json()['action'], 'connected')
+                self.assertEqual(phone.read_frame(), (PONG, b'early'))
+                self.assertEqual(self.sizes()[-1], len(early))
+
     def test_large_message_arrives_whole(self):
         self.phone.send_json(action='none', text='x' * (40 * MEGABYTE))
         size, = self.sizes()

@@ -1,11 +1,15 @@
 #include "link/OutgoingText.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <vector>
+
+#include <unistd.h>
 
 using namespace brenvale;
 
@@ -21,6 +25,12 @@ struct OutgoingSpoolTest : testing::Test {
 
 QByteArray text(int number) {
     return {40, static_cast<char>('a' + number)};
+}
+
+qint64 residentBytes() {
+    QFile file(QStringLiteral("/proc/self/statm"));
+    EXPECT_TRUE(file.open(QFile::ReadOnly));
+    return file.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
 }
 
 } // namespace
@@ -73,6 +83,28 @@ TEST_F(OutgoingSpoolTest, TextsMayOutliveTheSpool) {
     }
     EXPECT_EQ(inMemory->bytes(), text(0));
     EXPECT_EQ(inFile->bytes(), QByteArray(1000, 'x'));
+}
+
+TEST_F(OutgoingSpoolTest, TheMemoryOfManyTextsGoesBackToTheSystem) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "this sanitizer keeps freed memory to itself";
+#endif
+    constexpr int textSize = 100'000; // larger ones are blocks of their own, unless the program sets a limit
+    constexpr int count = 1000;
+    // A thread of its own, as the link has: the C library gives each thread its own memory.
+    const std::jthread link([] {
+        OutgoingSpool large(std::size_t{textSize} * count);
+        std::vector<std::shared_ptr<const OutgoingText>> texts;
+        std::vector<std::unique_ptr<int>> lateBlocks;
+        const auto before = residentBytes();
+        for (int i = 0; i < count; ++i) {
+            texts.push_back(large.add(QByteArray(textSize, 'x')));
+            lateBlocks.push_back(std::make_unique<int>(i));
+        }
+        EXPECT_GT(residentBytes() - before, qint64{textSize} * count / 2);
+        texts.clear();
+        EXPECT_LT(residentBytes() - before, qint64{16} << 20);
+    });
 }
 
 TEST(OutgoingText, IsSharedNotCopied) {

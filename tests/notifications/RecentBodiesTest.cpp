@@ -44,6 +44,16 @@ TEST(RecentBodies, EntriesAreForgottenAfterThirtySeconds) {
     EXPECT_EQ(bodies.size(), 2);
 }
 
+TEST(RecentBodies, AClockThatWasSetBackKeepsNothingElseFromBeingForgotten) {
+    RecentBodies bodies;
+    bodies.remember(QStringLiteral("ahead"), QStringLiteral("1"), 1000);
+    for (int i = 0; i < 100; ++i) {
+        bodies.remember(QString::number(i), QStringLiteral("id"), 100 + i);
+    }
+    EXPECT_EQ(bodies.size(), 31) << "those of 30 seconds, and the one ahead";
+    EXPECT_TRUE(bodies.repeatedIdentifier(QStringLiteral("ahead"), 200));
+}
+
 TEST(RecentBodies, AFloodIsForgottenAsSoonAsItCannotRepeat) {
     RecentBodies bodies;
     for (int i = 0; i < 5000; ++i) {

@@ -16,6 +16,24 @@ NotifPayload at(double time) {
     return {.id = QUuid::createUuid(), .time = time};
 }
 
+struct ShownTime {
+    QDate date;
+    QString text;
+};
+
+/// How a noon that many days from today is shown, all on one and the same today.
+ShownTime textAtNoon(int days) {
+    while (true) {
+        const auto today = QDate::currentDate();
+        const auto date = today.addDays(days);
+        const auto noon = QDateTime(date, QTime(12, 34));
+        const auto text = at(static_cast<double>(noon.toSecsSinceEpoch())).formattedTime();
+        if (QDate::currentDate() == today) {
+            return {.date = date, .text = text};
+        }
+    }
+}
+
 } // namespace
 
 TEST(NotifPayloadTime, CountsSecondsUnscaled) {
@@ -31,16 +49,12 @@ TEST(NotifPayloadTime, TakesAnyNumber) {
 }
 
 TEST(NotifPayloadFormattedTime, IsTheTimeAloneToday) {
-    const auto noon = QDateTime(QDate::currentDate(), QTime(12, 34));
-    EXPECT_EQ(at(static_cast<double>(noon.toSecsSinceEpoch())).formattedTime(),
-              QLocale().toString(QTime(12, 34), QLocale::ShortFormat));
+    EXPECT_EQ(textAtNoon(0).text, QLocale().toString(QTime(12, 34), QLocale::ShortFormat));
 }
 
 TEST(NotifPayloadFormattedTime, HasTheDateOnAnyOtherDay) {
     for (const int days : {-1, 1, -400}) {
-        const auto date = QDate::currentDate().addDays(days);
-        const auto text =
-            at(static_cast<double>(QDateTime(date, QTime(12, 34)).toSecsSinceEpoch())).formattedTime();
+        const auto [date, text] = textAtNoon(days);
         EXPECT_TRUE(text.contains(QLocale().toString(date, QLocale::ShortFormat))) << text.toStdString();
         EXPECT_TRUE(text.contains(QLocale().toString(QTime(12, 34), QLocale::ShortFormat)))
             << text.toStdString();

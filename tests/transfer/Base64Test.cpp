@@ -328,21 +328,10 @@ TEST(Base64Encoding, DoesNotChangeACopyOfTheText) {
     EXPECT_EQ(text, "beforeQUJD");
 }
 
-TEST(Base64Encoding, SlashesStandBareUnlessAskedFor) {
+TEST(Base64Encoding, SlashesStandBare) {
     QByteArray text;
     appendBase64("\xff\xff\xff", text);
     EXPECT_EQ(text, "////");
-}
-
-TEST(Base64Encoding, EscapedSlashesLeaveTheTextBeforeAlone) {
-    Random random;
-    for (std::size_t size = 0; size <= 300; ++size) {
-        const QByteArray bytes =
-            random.oneIn(4) ? QByteArray(static_cast<qsizetype>(size), '\xff') : random.bytes(size);
-        QByteArray text = "a/b";
-        appendBase64(bytes, text, Base64Slashes::escaped);
-        EXPECT_EQ(text, "a/b" + bytes.toBase64().replace("/", "\\/"));
-    }
 }
 
 } // namespace

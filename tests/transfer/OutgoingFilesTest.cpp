@@ -5,6 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
+#include <unistd.h>
+
 using namespace brenvale;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -12,6 +16,34 @@ using testing::IsEmpty;
 namespace {
 
 constexpr int chunkSize = 1'048'576;
+
+/// A main queue that runs nothing, and calls `hook` once with the next step that is handed to it.
+struct HookedQueue final : DispatchQueue {
+    void async(Step /*step*/) override {
+        if (const auto once = std::exchange(hook, {})) {
+            once();
+        }
+    }
+    void asyncAfter(std::chrono::milliseconds /*delay*/, Step /*step*/) override {}
+
+    std::function<void()> hook;
+};
+
+/// Counts the reads that the calling thread has asked the system for, from any thread.
+std::function<std::optional<qint64>()> readsOfThisThread() {
+    return [path = QStringLiteral("/proc/self/task/%1/io").arg(::gettid())]() -> std::optional<qint64> {
+        QFile file(path);
+        if (!file.open(QFile::ReadOnly)) {
+            return {};
+        }
+        for (const auto& line : file.readAll().split('\n')) {
+            if (line.startsWith("syscr: ")) {
+                return line.mid(7).toLongLong();
+            }
+        }
+        return {};
+    };
+}
 
 struct OutgoingFiles : testing::Test {
     /// A file with these contents.
@@ -26,6 +58,21 @@ struct OutgoingFiles : testing::Test {
     void send(const QUrl& url) {
         test.server->sendFile(url);
         test.run();
+    }
+
+    /// Sends the file to a phone; `change` happens when the file has been opened and measured, and not read.
+    [[nodiscard]] std::shared_ptr<FakeConnection> sendWhileChanged(const QUrl& url,
+                                                                   std::function<void()> change) {
+        HookedQueue main;
+        const auto server =
+            std::make_shared<WebSocketServer>(test.fake.platform, test.transport, test.queue, main);
+        server->start();
+        auto phone = test.transport.connect();
+        test.queue.run();
+        main.hook = std::move(change);
+        server->sendFile(url);
+        test.queue.run();
+        return phone;
     }
 
     /// A phone whose greeting is out of the way.
@@ -148,6 +195,31 @@ TEST_F(OutgoingFiles, OnlyTheSizeAtTheStartCounts) {
     send(QUrl::fromLocalFile(
         QStringLiteral("/proc/self/status"))); // has contents, and says that its size is 0
     EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(QStringLiteral("status"), 0)));
+}
+
+TEST_F(OutgoingFiles, AFileThatShrinksHoldsUpTheLinkUntilItHasItsSizeAgain) {
+    const auto url = makeFile(name, "startend");
+    const auto reads = readsOfThisThread();
+    if (!reads()) {
+        GTEST_SKIP() << "the system does not count reads";
+    }
+    std::jthread restorer;
+    const auto shrink = [&] {
+        EXPECT_TRUE(QFile::resize(url.toLocalFile(), 5));
+        const auto limit = *reads() + 1000; // far more than the file has chunks
+        restorer = std::jthread([&, limit](const std::stop_token& stop) {
+            while (!stop.stop_requested() && reads() < limit) {
+                std::this_thread::yield();
+            }
+            QFile file(url.toLocalFile());
+            EXPECT_TRUE(file.open(QFile::Append));
+            file.write("end");
+        });
+    };
+    const auto phone = sendWhileChanged(url, shrink);
+    EXPECT_THAT(phone->sent, ElementsAre(fileTransferStartText(name, 8), fileChunkText(name, "start", false),
+                                         fileChunkText(name, "end", true)));
+    EXPECT_THAT(test.dispatchLog(), IsEmpty());
 }
 
 TEST_F(OutgoingFiles, AnyNameGoesOut) {

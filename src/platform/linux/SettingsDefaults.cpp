@@ -5,6 +5,9 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <charconv>
+#include <limits>
+
 namespace brenvale {
 
 namespace {
@@ -16,6 +19,22 @@ QString settingsFolder() {
 
 QString settingsPath() {
     return settingsFolder() + QStringLiteral("/brenvale.conf");
+}
+
+qint64 nearestInteger(const QString& text) {
+    bool isInteger = false;
+    const auto integer = text.toLongLong(&isInteger);
+    if (isInteger) {
+        return integer;
+    }
+    const auto bytes = text.toLatin1();
+    qint64 ignored = 0;
+    const auto [end, error] = std::from_chars(bytes.begin(), bytes.end(), ignored);
+    if (error != std::errc::result_out_of_range || end != bytes.end()) {
+        return 0;
+    }
+    using Limits = std::numeric_limits<qint64>;
+    return bytes.startsWith('-') ? Limits::min() : Limits::max();
 }
 
 } // namespace
@@ -31,7 +50,7 @@ qint64 SettingsDefaults::integer(QStringView key) const {
         return *value;
     }
     const QSettings settings(settingsPath(), QSettings::IniFormat);
-    return settings.value(key.toString()).toLongLong();
+    return nearestInteger(settings.value(key.toString()).toString());
 }
 
 bool SettingsDefaults::contains(QStringView key) const {

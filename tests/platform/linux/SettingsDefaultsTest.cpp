@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 using namespace brenvale;
 
 namespace {
@@ -60,10 +62,17 @@ TEST_F(SettingsDefaultsTest, ReadsIntegersOfTheGeneralSection) {
 }
 
 TEST_F(SettingsDefaultsTest, WhatIsNoIntegerIsZero) {
-    for (const auto* value : {"", "many", "80.5", "1, 2", "99999999999999999999"}) {
+    for (const auto* value : {"", "many", "80.5", "1, 2", "99999999999999999999.5"}) {
         write(QByteArray("[General]\nport=") + value + "\n");
         EXPECT_EQ(defaults.integer(u"port"), 0) << value;
     }
+}
+
+TEST_F(SettingsDefaultsTest, AnIntegerBeyond64BitsIsTheNearest) {
+    write("[General]\nport=99999999999999999999\n");
+    EXPECT_EQ(defaults.integer(u"port"), std::numeric_limits<qint64>::max());
+    write("[General]\nport=-99999999999999999999\n");
+    EXPECT_EQ(defaults.integer(u"port"), std::numeric_limits<qint64>::min());
 }
 
 TEST_F(SettingsDefaultsTest, AChangeByAnotherProcessIsSeenAtOnce) {

@@ -1,0 +1,138 @@
+#include "integration/LiveServer.h"
+#include "records/HistoryListModels.h"
+#include "transfer/FileChunkText.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <atomic>
+
+#include <sys/stat.h>
+
+using namespace brenvale;
+
+namespace {
+
+constexpr int chunkSize = 1 << 20;
+constexpr qint64 spoolMemory = qint64{256} << 20;
+const auto fileName = QStringLiteral("film.mp4");
+
+/// The contents of one chunk, unlike those of all others.
+QByteArray piece(int number) {
+    QByteArray bytes(chunkSize, static_cast<char>(number % 251));
+    return bytes.replace(0, 4, QByteArray::number(number).rightJustified(4));
+}
+
+/// A phone that holds every message of the file against what it ought to be, as they come.
+class Receiver {
+public:
+    Receiver(int chunks, quint16 port) : chunks_(chunks) {
+        phone_.onMessage([this](const QByteArray& message) { check(message); });
+        EXPECT_TRUE(phone_.connect(QStringLiteral("127.0.0.1"), port).has_value());
+    }
+
+    Phone& phone() { return phone_; }
+    [[nodiscard]] bool isGreeted() const { return messages_ > 0; }
+    [[nodiscard]] int rightMessages() const { return right_; }
+    [[nodiscard]] bool hasAll() const { return messages_ == chunks_ + 2; } // the greeting and the start too
+
+private:
+    void check(const QByteArray& message) {
+        const int number = messages_ - 2;
+        const bool isRight =
+            number == -2 ||
+            (number == -1 ? message == fileTransferStartText(fileName, qint64{chunks_} * chunkSize)
+                          : message == fileChunkText(fileName, piece(number), number == chunks_ - 1));
+        right_ += isRight ? 1 : 0;
+        ++messages_;
+    }
+
+    int chunks_;
+    std::atomic<int> messages_ = 0;
+    std::atomic<int> right_ = 0;
+    Phone phone_; // its thread ends first
+};
+
+/// The cache folder is one of the test's own.
+struct LiveFiles : LiveServer {
+    LiveFiles() { qputenv("XDG_CACHE_HOME", cache.path().toUtf8()); }
+    ~LiveFiles() override { qunsetenv("XDG_CACHE_HOME"); }
+
+    /// Bytes in files of the cache folder that this process has open and that have no name.
+    [[nodiscard]] qint64 bytesInNamelessFiles() const {
+        qint64 total = 0;
+        const QDir descriptors(QStringLiteral("/proc/self/fd"));
+        for (const auto& entry : descriptors.entryInfoList(QDir::System | QDir::Files)) {
+            struct stat status{};
+            const auto target = entry.symLinkTarget();
+            if (target.startsWith(cache.path()) && target.endsWith(QStringLiteral(" (deleted)")) &&
+                ::fstat(entry.fileName().toInt(), &status) == 0) {
+                total += status.st_size;
+            }
+        }
+        return total;
+    }
+
+    QTemporaryDir cache;
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+using Files = LiveFiles;
+
+TEST_F(Files, BeyondTheMemoryLimitAFileWaitsOnTheDiskAndArrivesInOrderAtEveryPhone) {
+    constexpr int chunks = 216; // base64 makes 288 MiB of them
+    QFile file(folder.filePath(fileName));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    for (int number = 0; number < chunks; ++number) {
+        ASSERT_EQ(file.write(piece(number)), chunkSize);
+    }
+    file.close();
+    start();
+    Receiver first(chunks, server->port());
+    Receiver second(chunks, server->port());
+    for (auto* receiver : {&first, &second}) {
+        ASSERT_TRUE(waitUntil([&] { return receiver->isGreeted(); }));
+        receiver->phone().pauseReading();
+    }
+    server->sendFile(QUrl::fromLocalFile(file.fileName()));
+    ASSERT_TRUE(waitUntil([this] {
+        const auto& rows = store->fileTransfers.get();
+        return !rows.isEmpty() && rows[0].isCompleted;
+    }));
+    const auto textBytes = qint64{chunks} * fileChunkText(fileName, piece(0), false).size();
+    EXPECT_LT(std::abs(bytesInNamelessFiles() - (textBytes - spoolMemory)), 2 * chunkSize);
+    for (auto* receiver : {&first, &second}) {
+        receiver->phone().resumeReading();
+    }
+    for (auto* receiver : {&first, &second}) {
+        EXPECT_TRUE(waitUntil([&] { return receiver->hasAll(); }));
+        EXPECT_EQ(receiver->rightMessages(), chunks + 2);
+    }
+    EXPECT_TRUE(waitUntil([this] { return bytesInNamelessFiles() == 0; })) << "the disk is given back";
+    EXPECT_TRUE(QDir(cache.path()).isEmpty());
+}
+
+TEST_F(Files, OneThatStreamsInTellsAViewOfItsProgressNoMoreThanOnceAFrame) {
+    constexpr int chunks = 48;
+    start();
+    const FileTransferListModel model(*store);
+    int changes = 0;
+    QObject::connect(&model, &QAbstractItemModel::dataChanged, &application, [&] { ++changes; });
+    Phone phone;
+    greet(phone);
+    QElapsedTimer time;
+    time.start();
+    phone.sendText(fileTransferStartText(fileName, qint64{chunks} * chunkSize));
+    for (int number = 0; number < chunks; ++number) {
+        phone.sendText(fileChunkText(fileName, piece(number), number == chunks - 1));
+    }
+    const auto isCompleted = [&] {
+        return model.rowCount() == 1 && model.index(0).data(FileTransferListModel::IsCompletedRole).toBool();
+    };
+    EXPECT_TRUE(waitUntil(isCompleted));
+    EXPECT_EQ(model.index(0).data(FileTransferListModel::ProgressRole), 1.0);
+    EXPECT_LE(changes, time.elapsed() / 15 + 1) << "one a frame, and the completion";
+}
