@@ -112,6 +112,7 @@ private:
     StandardOutputLog log_;
     FakeLoginItem loginItem_;
     QtPasteboard pasteboard_;
+    FakeStatusItem statusItem_;
     FakeSystemSettings systemSettings_;
     Settings settings_;
     CountingCenter center_;
@@ -125,6 +126,7 @@ private:
                        .log = log_,
                        .loginItem = loginItem_,
                        .pasteboard = pasteboard_,
+                       .statusItem = statusItem_,
                        .systemSettings = systemSettings_,
                        .userDefaults = settings_,
                        .userNotificationCenter = center_};

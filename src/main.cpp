@@ -2,14 +2,48 @@
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
 #include "platform/MainQueue.h"
+#include "platform/linux/DBusApplication.h"
 #include "platform/linux/DisplayProbe.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
 #include "shell/AppDelegate.h"
+#include "shell/QmlMainWindow.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
 
+#include <cstdio>
 #include <cstdlib>
+
+namespace {
+
+/// The files named on the command line; options end the process here.
+QList<QUrl> filesToSend(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Companion of an Android phone on the desktop."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to send to the phone."),
+                                 QStringLiteral("[files...]"));
+    parser.process(application);
+    QList<QUrl> files;
+    for (const auto& argument : parser.positionalArguments()) {
+        files.append(QUrl::fromUserInput(argument, QDir::currentPath(), QUrl::AssumeLocalFile));
+    }
+    return files;
+}
+
+/// Another process is the program already: it does what was asked of this one.
+int handOver(const QList<QUrl>& files) {
+    if (brenvale::DBusApplication::handOver(files)) {
+        return EXIT_SUCCESS;
+    }
+    std::fputs("Brenvale is running already, but does not answer.\n", stderr);
+    return EXIT_FAILURE;
+}
+
+} // namespace
 
 int main(int argc, char* argv[]) {
     using namespace brenvale;
@@ -19,8 +53,14 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("brenvale"));
     QApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
+    QApplication::setApplicationVersion(QStringLiteral(BRENVALE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+    const auto files = filesToSend(application);
+    DBusApplication instance;
+    if (!instance.claim()) {
+        return handOver(files);
+    }
 
     MainQueue mainQueue;
     LinuxPlatform platform(mainQueue, display);
@@ -28,9 +68,22 @@ int main(int argc, char* argv[]) {
     TcpTransport transport(linkQueue);
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
-    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared());
+    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(),
+                         [](SettingsView& view) { return std::make_unique<QmlMainWindow>(view); });
+    instance.activate = [&delegate] {
+        delegate.applicationShouldHandleReopen();
+    };
+    instance.open = [&delegate](const auto& urls) {
+        delegate.handleSendToAndroidService(urls);
+    };
+    instance.activateAction = [&delegate](const auto& name) {
+        delegate.activateAction(name);
+    };
 
-    mainQueue.async([&delegate] { delegate.applicationDidFinishLaunching(); });
+    mainQueue.async([&delegate, &files] {
+        delegate.applicationDidFinishLaunching();
+        delegate.handleSendToAndroidService(files);
+    });
     // The system tears everything down: a step on the link's queue may take as long as it likes.
     std::_Exit(QApplication::exec());
 }

@@ -56,7 +56,11 @@ void AppDelegate::showNotificationDeniedAlert() {
         if (response == Alert::firstButtonReturn) {
             platform_.systemSettings.open(SystemSettings::Pane::notifications);
         }
-        main_.asyncAfter(policyPause, [this] { setActivationPolicy(ActivationPolicy::accessory); });
+        main_.asyncAfter(policyPause, [this] {
+            if (!isSettingsWindowVisible()) {
+                setActivationPolicy(ActivationPolicy::accessory);
+            }
+        });
     });
 }
 

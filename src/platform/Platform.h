@@ -12,6 +12,7 @@ class InternalNotifications;
 class Log;
 class LoginItem;
 class Pasteboard;
+class StatusItem;
 class SystemSettings;
 class UserDefaults;
 class UserNotificationCenter;
@@ -29,6 +30,7 @@ struct Platform {
     Log& log;
     LoginItem& loginItem;
     Pasteboard& pasteboard;
+    StatusItem& statusItem;
     SystemSettings& systemSettings;
     UserDefaults& userDefaults;
     UserNotificationCenter& userNotificationCenter;

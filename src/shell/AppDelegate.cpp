@@ -3,12 +3,26 @@
 #include "link/WebSocketServer.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/Platform.h"
+#include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
+#include "shell/MainWindow.h"
+#include "shell/SettingsView.h"
 
 namespace brenvale {
 
-AppDelegate::AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server)
-    : platform_(platform), main_(main), server_(server), historyStore_(std::make_shared<HistoryStore>()) {}
+namespace {
+
+constexpr QStringView selectedTabKey = u"selectedSettingsTab";
+
+} // namespace
+
+AppDelegate::AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server,
+                         MakeMainWindow makeMainWindow)
+    : platform_(platform),
+      main_(main),
+      server_(server),
+      makeMainWindow_(std::move(makeMainWindow)),
+      historyStore_(std::make_shared<HistoryStore>()) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -17,13 +31,46 @@ void AppDelegate::applicationDidFinishLaunching() {
     requestNotificationPermission();
     registerNotificationCategories();
     checkAccessibilityPermission();
+    buildMenu(); // before the server starts, or its first report is lost
     server_.historyStore = historyStore_;
     server_.start();
     setActivationPolicy(ActivationPolicy::accessory);
 }
 
+bool AppDelegate::applicationShouldHandleReopen() {
+    if (!isSettingsWindowVisible()) {
+        showSettings(static_cast<int>(platform_.userDefaults.integer(selectedTabKey)));
+    }
+    return true;
+}
+
 void AppDelegate::checkAccessibilityPermission() {
     (void)platform_.accessibilityTrust.isProcessTrusted(true); // only for the question that it asks
+}
+
+void AppDelegate::showSettings(int tab) {
+    platform_.userDefaults.setInteger(selectedTabKey, tab);
+    setActivationPolicy(ActivationPolicy::regular);
+    if (!settingsWindow_) {
+        buildSettingsWindow();
+    }
+    settingsWindow_->makeKeyAndOrderFront();
+}
+
+void AppDelegate::buildSettingsWindow() {
+    settingsView_ = std::make_unique<SettingsView>(platform_, server_, *historyStore_);
+    settingsWindow_ = makeMainWindow_(*settingsView_);
+    settingsWindow_->windowWillClose = [this] {
+        windowWillClose();
+    };
+}
+
+void AppDelegate::windowWillClose() {
+    setActivationPolicy(ActivationPolicy::accessory);
+}
+
+bool AppDelegate::isSettingsWindowVisible() const {
+    return settingsWindow_ && settingsWindow_->isVisible();
 }
 
 } // namespace brenvale

@@ -2,27 +2,41 @@
 
 #include "platform/UserNotificationCenter.h"
 
+#include <QUrl>
+
+#include <functional>
 #include <memory>
 
 namespace brenvale {
 
 class DispatchQueue;
 class HistoryStore;
+class MainWindow;
+class SettingsView;
 class WebSocketServer;
 struct Platform;
 
-/// The root of the process: it owns the store, wires the phone link to it, and brings everything up in order.
-/// It lives until the process ends. Its members stand in the folders of what they do. On main.
+/// The root of the process: it owns the store and the windows, wires the phone link to the store, and brings
+/// everything up in order. It lives until the process ends. Its members stand in the folders of what they do.
+/// On main.
 class AppDelegate final : public UserNotificationCenterDelegate {
 public:
     /// Whether the program shows among the running ones, in the task bar for instance.
     enum class ActivationPolicy : qint8 { regular, accessory };
 
+    using MakeMainWindow = std::function<std::unique_ptr<MainWindow>(SettingsView& view)>;
+
     /// All arguments must outlive the delegate. Touches nothing yet.
-    AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server);
+    AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server,
+                MakeMainWindow makeMainWindow);
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
+
+    [[nodiscard]] HistoryStore& historyStore() { return *historyStore_; }
+    [[nodiscard]] ActivationPolicy activationPolicy() const { return activationPolicy_; }
+
+    // shell/AppDelegate.cpp
 
     /// Called once when the event loop is about to run. No step depends on the success of an earlier one.
     void applicationDidFinishLaunching();
@@ -30,8 +44,22 @@ public:
     /// The program lives in the background: closing windows never ends it.
     [[nodiscard]] static bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 
-    [[nodiscard]] HistoryStore& historyStore() { return *historyStore_; }
-    [[nodiscard]] ActivationPolicy activationPolicy() const { return activationPolicy_; }
+    /// The user starts the running program once more: the window comes back on the tab that was shown last.
+    /// One that is on show stays as it is. Always true.
+    bool applicationShouldHandleReopen();
+
+    /// Brings the main window up on the tab of that number.
+    void showSettings(int tab);
+
+    // shell/StatusMenu.cpp
+
+    /// Does what the menu's row of that name does ("call", "sms", ..., "quit"); nothing for another name.
+    void activateAction(const QString& name);
+
+    // transfer/SendToAndroidService.cpp
+
+    /// Another program hands files over to be sent. Does nothing without a local file among them.
+    void handleSendToAndroidService(const QList<QUrl>& urls);
 
     // notifications/NotificationReplies.cpp
 
@@ -45,7 +73,14 @@ public:
 private:
     // shell/AppDelegate.cpp
     void checkAccessibilityPermission();
+    void buildSettingsWindow();
+    void windowWillClose();
     void setActivationPolicy(ActivationPolicy policy) { activationPolicy_ = policy; }
+    [[nodiscard]] bool isSettingsWindowVisible() const;
+
+    // shell/StatusMenu.cpp
+    void buildMenu();
+    void sendClipboard();
 
     // notifications/NotificationPermission.cpp
     void requestNotificationPermission();
@@ -58,7 +93,10 @@ private:
     Platform& platform_;
     DispatchQueue& main_;
     WebSocketServer& server_;
+    MakeMainWindow makeMainWindow_;
     std::shared_ptr<HistoryStore> historyStore_; ///< shared only so that the server can hold it weakly
+    std::unique_ptr<SettingsView> settingsView_; ///< made with the window
+    std::unique_ptr<MainWindow> settingsWindow_; ///< made when it is first shown, then kept
     ActivationPolicy activationPolicy_ = ActivationPolicy::regular;
 };
 

@@ -11,6 +11,7 @@
 #include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Platform.h"
+#include "platform/StatusItem.h"
 #include "platform/SystemSettings.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
@@ -121,6 +122,27 @@ private:
         enabled = value;
         return {};
     }
+};
+
+class FakeStatusItem final : public StatusItem {
+public:
+    void setMenu(std::vector<MenuItem> next) override { rows = std::move(next); }
+    void setTitle(int tag, const QString& title) override {
+        const auto row = std::ranges::find(rows, tag, &MenuItem::tag);
+        if (row != rows.end()) {
+            row->title = title;
+        }
+    }
+
+    /// Chooses the row of that title, as the user does.
+    void choose(const QString& title) const {
+        const auto row = std::ranges::find(rows, title, &MenuItem::title);
+        if (row != rows.end() && row->action) {
+            row->action();
+        }
+    }
+
+    std::vector<MenuItem> rows;
 };
 
 class FakeSystemSettings final : public SystemSettings {
@@ -266,6 +288,7 @@ struct FakePlatform {
     RecordingLog log;
     FakeLoginItem loginItem;
     FakePasteboard pasteboard;
+    FakeStatusItem statusItem;
     FakeSystemSettings systemSettings;
     FakeUserDefaults userDefaults;
     FakeNotificationCenter userNotificationCenter;
@@ -279,6 +302,7 @@ struct FakePlatform {
                       .log = log,
                       .loginItem = loginItem,
                       .pasteboard = pasteboard,
+                      .statusItem = statusItem,
                       .systemSettings = systemSettings,
                       .userDefaults = userDefaults,
                       .userNotificationCenter = userNotificationCenter};

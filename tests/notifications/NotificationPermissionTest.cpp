@@ -1,5 +1,4 @@
-#include "fakes/TestServer.h"
-#include "shell/AppDelegate.h"
+#include "fakes/TestDelegate.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +10,7 @@ namespace {
 constexpr int openSystemSettings = 1000;
 constexpr int notNow = 1001;
 
-struct PermissionTest : testing::Test, TestServer {
+struct PermissionTest : testing::Test, TestDelegate {
     void launch(AuthorizationStatus status) {
         fake.userNotificationCenter.status = status;
         delegate.applicationDidFinishLaunching();
@@ -25,8 +24,6 @@ struct PermissionTest : testing::Test, TestServer {
     [[nodiscard]] bool hasAsked() const {
         return fake.userNotificationCenter.calls.contains(QStringLiteral("requestAuthorization"));
     }
-
-    AppDelegate delegate{fake.platform, TestServer::main, *server};
 };
 
 } // namespace
@@ -107,4 +104,12 @@ TEST_F(PermissionTest, TheFirstButtonOpensTheNotificationsPane) {
     EXPECT_EQ(fake.systemSettings.opened, std::vector{SystemSettings::Pane::notifications});
     TestServer::main.pass(100ms);
     EXPECT_FALSE(isInDock());
+}
+
+TEST_F(PermissionTest, TheProgramStaysInTheDockWhileTheWindowIsOnShow) {
+    launch(AuthorizationStatus::denied);
+    delegate.showSettings(0);
+    fake.alerts.respond(notNow);
+    TestServer::main.pass(100ms);
+    EXPECT_TRUE(isInDock());
 }

@@ -1,5 +1,4 @@
-#include "fakes/TestServer.h"
-#include "shell/AppDelegate.h"
+#include "fakes/TestDelegate.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,7 +9,7 @@ using namespace brenvale;
 
 namespace {
 
-struct RepliesTest : testing::Test, TestServer {
+struct RepliesTest : testing::Test, TestDelegate {
     RepliesTest() {
         delegate.applicationDidFinishLaunching();
         phone = connectPhone();
@@ -22,8 +21,6 @@ struct RepliesTest : testing::Test, TestServer {
         fake.userNotificationCenter.delegate->userNotificationCenterDidReceive(response);
         run();
     }
-
-    AppDelegate delegate{fake.platform, TestServer::main, *server};
 };
 
 } // namespace

@@ -1,22 +1,15 @@
 #include "shell/AppDelegate.h"
-#include "fakes/TestServer.h"
+#include "fakes/TestDelegate.h"
+#include "shell/SettingsView.h"
 
 #include <gtest/gtest.h>
 
 using namespace brenvale;
 
-namespace {
-
-struct TestDelegate : TestServer {
-    AppDelegate delegate{fake.platform, main, *server};
-};
-
-} // namespace
-
 TEST(AppDelegate, ConstructionTouchesNothing) {
     TestServer test;
     test.server->historyStore = {};
-    const AppDelegate delegate(test.fake.platform, test.main, *test.server);
+    const AppDelegate delegate(test.fake.platform, test.main, *test.server, {});
     test.run();
     EXPECT_TRUE(test.transport.ports.empty());
     EXPECT_TRUE(test.server->historyStore.expired());
@@ -57,4 +50,52 @@ TEST(AppDelegate, AServerThatCannotListenDoesNotStopTheLaunch) {
 
 TEST(AppDelegate, ClosingWindowsNeverEndsTheProcess) {
     EXPECT_FALSE(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+}
+
+TEST(AppDelegate, TheWindowIsMadeWhenItIsFirstShownAndThenKept) {
+    TestDelegate test;
+    test.delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(test.windowsMade, 0);
+    test.delegate.showSettings(2);
+    test.window->close();
+    test.delegate.showSettings(4);
+    EXPECT_EQ(test.windowsMade, 1);
+    EXPECT_EQ(test.window->timesOrderedFront, 2);
+}
+
+TEST(AppDelegate, TheTabIsStoredBeforeTheWindowIsMade) {
+    TestDelegate test;
+    test.delegate.showSettings(6);
+    EXPECT_EQ(test.fake.userDefaults.integer(u"selectedSettingsTab"), 6);
+    EXPECT_EQ(test.settingsView->selectedTab(), 6);
+    test.delegate.showSettings(1);
+    EXPECT_EQ(test.settingsView->selectedTab(), 1);
+}
+
+TEST(AppDelegate, TheProgramShowsInTheTaskBarWhileTheWindowDoes) {
+    TestDelegate test;
+    test.delegate.applicationDidFinishLaunching();
+    test.delegate.showSettings(0);
+    EXPECT_EQ(test.delegate.activationPolicy(), AppDelegate::ActivationPolicy::regular);
+    test.window->close();
+    EXPECT_EQ(test.delegate.activationPolicy(), AppDelegate::ActivationPolicy::accessory);
+}
+
+TEST(AppDelegate, ReopeningShowsTheTabThatWasShownLast) {
+    TestDelegate test;
+    EXPECT_TRUE(test.delegate.applicationShouldHandleReopen());
+    EXPECT_EQ(test.settingsView->selectedTab(), 0);
+    test.window->close();
+    test.fake.userDefaults.setInteger(u"selectedSettingsTab", 7);
+    EXPECT_TRUE(test.delegate.applicationShouldHandleReopen());
+    EXPECT_TRUE(test.window->isShown);
+    EXPECT_EQ(test.settingsView->selectedTab(), 7);
+}
+
+TEST(AppDelegate, ReopeningLeavesAWindowThatIsOnShowAlone) {
+    TestDelegate test;
+    test.delegate.showSettings(2);
+    EXPECT_TRUE(test.delegate.applicationShouldHandleReopen());
+    EXPECT_EQ(test.window->timesOrderedFront, 1);
+    EXPECT_EQ(test.settingsView->selectedTab(), 2);
 }

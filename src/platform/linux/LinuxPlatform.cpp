@@ -15,6 +15,7 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main, Display display)
                 .log = log_,
                 .loginItem = loginItem_,
                 .pasteboard = pasteboard_,
+                .statusItem = statusItem_,
                 .systemSettings = systemSettings_,
                 .userDefaults = userDefaults_,
                 .userNotificationCenter = userNotificationCenter_} {}

@@ -13,6 +13,7 @@
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/TrayItem.h"
 #include "platform/linux/XdgDownloads.h"
 
 namespace brenvale {
@@ -36,6 +37,7 @@ private:
     StandardOutputLog log_;
     AutostartEntry loginItem_;
     QtPasteboard pasteboard_;
+    TrayItem statusItem_;
     DesktopSettings systemSettings_;
     SettingsDefaults userDefaults_;
     DBusNotificationCenter userNotificationCenter_;

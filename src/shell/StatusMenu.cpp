@@ -1,0 +1,93 @@
+#include "link/WebSocketServer.h"
+#include "platform/DispatchQueue.h"
+#include "platform/Pasteboard.h"
+#include "platform/Platform.h"
+#include "platform/StatusItem.h"
+#include "shell/AppDelegate.h"
+#include "shell/SettingsView.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace brenvale {
+
+namespace {
+
+constexpr int statusTag = 1;
+
+/// A row that can be chosen, and the name under which other programs ask for the same.
+struct Command {
+    QStringView title;
+    QStringView key;
+    QStringView name;
+    int tab = -1; ///< to open; -1 for the two that open none
+};
+
+constexpr Command sendClipboardCommand{u"Send Clipboard", u"v", u"send-clipboard"};
+constexpr Command quitCommand{u"Quit Brenvale", u"q", u"quit"};
+constexpr std::array commands{
+    Command{u"Call…", u"c", u"call", SettingsView::CallTab},
+    Command{u"Send SMS…", u"s", u"sms", SettingsView::SmsTab},
+    Command{u"File Drop…", u"f", u"file-drop", SettingsView::FileDropTab},
+    Command{u"Notifications…", u"y", u"notifications", SettingsView::NotificationsTab},
+    Command{u"Remote Control…", u"r", u"remote", SettingsView::RemoteTab},
+    sendClipboardCommand,
+    Command{u"Clipboard History…", u"h", u"clipboard", SettingsView::ClipboardTab},
+    Command{u"Settings…", u",", u"settings", SettingsView::SettingsTab},
+    Command{u"Info…", u"i", u"info", SettingsView::InfoTab},
+    quitCommand,
+};
+
+MenuItem separator() {
+    return {.isSeparator = true};
+}
+
+} // namespace
+
+void AppDelegate::buildMenu() {
+    std::vector<MenuItem> rows{{.title = QStringLiteral("Brenvale")},
+                               separator(),
+                               {.title = QStringLiteral("Server: starting…"), .tag = statusTag},
+                               separator()};
+    for (const auto& command : commands) {
+        if (command.name == quitCommand.name) {
+            rows.push_back(separator());
+        }
+        rows.push_back({.title = command.title.toString(),
+                        .keyEquivalent = command.key.toString(),
+                        .action = [this, name = command.name.toString()] {
+                            activateAction(name);
+                        }});
+    }
+    platform_.statusItem.setMenu(std::move(rows));
+    server_.onStatusChange = [this](const QString& status) {
+        main_.async([this, status] {
+            platform_.statusItem.setTitle(statusTag, QStringLiteral("Server: ") + status);
+        });
+    };
+}
+
+void AppDelegate::activateAction(const QString& name) {
+    const auto command = std::ranges::find(commands, QStringView(name), &Command::name);
+    if (command == commands.end()) {
+        return;
+    }
+    if (command->tab >= 0) {
+        showSettings(command->tab);
+    } else if (command->name == sendClipboardCommand.name) {
+        sendClipboard();
+    } else {
+        QCoreApplication::quit();
+    }
+}
+
+void AppDelegate::sendClipboard() {
+    const auto text = platform_.pasteboard.string();
+    if (text && !text->isEmpty()) {
+        server_.sendClipboard(*text);
+    }
+}
+
+} // namespace brenvale

@@ -1,0 +1,97 @@
+"""One instance on a session bus, and how other programs reach it."""
+import json
+import pathlib
+import subprocess
+import urllib.parse
+
+import dbus
+
+from brenvale_desk import PROGRAM, DeskTest, Program, Recorder, main, wait_until
+
+NAME, PATH, INTERFACE = 'org.brenvale.Brenvale', '/org/brenvale/Brenvale', 'org.freedesktop.Application'
+WINDOW = '^Brenvale Settings'
+
+
+class ApplicationTest(DeskTest):
+    def setUp(self):
+        super().setUp()
+        Recorder(self.desk)
+        self.bus = dbus.bus.BusConnection(self.desk.bus_address)
+        self.program = self.start()
+
+    def call(self, method, *arguments, signature):
+        proxy = self.bus.get_object(NAME, PATH, introspect=False)
+        return proxy.get_dbus_method(method, INTERFACE)(*arguments, {}, signature=signature)
+
+    def window(self):
+        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', WINDOW, check=False).strip()
+
+    def wait_for_window(self):
+        return wait_until(self.window, 'the window')
+
+    def start_again(self, *arguments):
+        """A second start; gives its exit status and what it printed."""
+        run = subprocess.run([PROGRAM, *arguments], env=self.desk.env, capture_output=True, timeout=20)
+        return run.returncode, run.stdout + run.stderr
+
+    def make_file(self, name, contents=b'contents'):
+        path = self.desk.root / name
+        path.write_bytes(contents)
+        return path
+
+
+class SingleInstanceTest(ApplicationTest):
+    def test_a_second_start_opens_the_window_of_the_first_and_ends(self):
+        self.assertEqual(self.start_again(), (0, b''))
+        self.wait_for_window()
+
+    def test_a_second_start_hands_its_files_over(self):
+        phone = self.connect(self.program)
+        path = self.make_file('two words.txt')
+        self.assertEqual(self.start_again(str(path)), (0, b''))
+        self.assertEqual(phone.read_json(), {'action': 'file_transfer_start', 'fileName': 'two words.txt', 'fileSize': 8})
+        self.wait_for_window()
+
+    def test_the_name_is_free_again_when_the_first_has_ended(self):
+        self.program.stop()
+        self.start()
+
+
+class InterfaceTest(ApplicationTest):
+    def test_activate_opens_the_window(self):
+        self.call('Activate', signature='a{sv}')
+        self.wait_for_window()
+
+    def test_actions_open_their_tabs(self):
+        self.call('ActivateAction', 'sms', [], signature='sava{sv}')
+        self.wait_for_window()
+        self.call('ActivateAction', 'no such action', [], signature='sava{sv}')
+        self.assertIsNone(self.program.process.poll())
+
+    def test_quit_is_an_action(self):
+        self.call('ActivateAction', 'quit', [], signature='sava{sv}')
+        self.assertEqual(self.program.process.wait(10), 0)
+
+    def test_open_sends_the_files_and_shows_their_tab(self):
+        phone = self.connect(self.program)
+        paths = [self.make_file('first.txt', b'1'), self.make_file('ünï 2.txt', b'2')]
+        self.call('Open', [f'file://{urllib.parse.quote(str(path))}' for path in paths], signature='asa{sv}')
+        names = []
+        while len(names) < 2:
+            message = phone.read_json()
+            if message['action'] == 'file_transfer_start':
+                names.append(message['fileName'])
+        self.assertEqual(names, ['first.txt', 'ünï 2.txt'])
+        self.program.wait_for_line(r'\[AppDelegate\] Service triggered for file: ünï 2\.txt')
+        self.wait_for_window()
+
+    def test_open_without_a_file_does_nothing(self):
+        for uris in ([], ['https://example.org/a.txt'], ['plain text']):
+            self.call('Open', dbus.Array(uris, signature='s'), signature='asa{sv}')
+        self.program.wait_at_rest()
+        self.assertEqual(self.window(), '')
+        self.assertEqual(self.program.matching(r'\[AppDelegate\].*'), [])
+
+
+if __name__ == '__main__':
+    main()
