@@ -1,0 +1,20 @@
+#pragma once
+
+#include "records/SmsRecord.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace brenvale {
+
+/// One thread of the SMS log: the messages from and to one address, however it is written.
+struct Conversation {
+    QString id;                         ///< the form of the address that all its records share
+    QString displayAddress;             ///< the address as the phone wrote it on the newest message
+    std::optional<QString> contactName; ///< the first name among the records in the log's order; may be empty
+    QList<int> messages;                ///< places in the log, oldest message first; never empty
+    SmsRecord lastMessage;              ///< the newest
+};
+
+} // namespace brenvale
