@@ -10,6 +10,7 @@
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
+#include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/HostnamedComputerName.h"
 #include "platform/linux/QtPasteboard.h"
 #include "platform/linux/StandardOutputLog.h"
@@ -55,6 +56,9 @@ public:
 private:
     struct Settings final : UserDefaults {
         [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
+        [[nodiscard]] bool contains(QStringView /*key*/) const override { return true; }
+        void setInteger(QStringView /*key*/, qint64 /*value*/) override {}
+        [[nodiscard]] Subscription observe(std::function<void()> /*observer*/) override { return {}; }
         qint64 port = 0;
     };
     struct CountingCenter final : UserNotificationCenter {
@@ -87,6 +91,7 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     Folder downloads_;
+    DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     FakeLoginItem loginItem_;
@@ -99,6 +104,7 @@ private:
                        .clock = clock_,
                        .computerName = computerName_,
                        .downloads = downloads_,
+                       .fileViewer = fileViewer_,
                        .internalNotifications = internalNotifications_,
                        .log = log_,
                        .loginItem = loginItem_,

@@ -17,4 +17,8 @@ struct Conversation {
     SmsRecord lastMessage;              ///< the newest
 };
 
+/// The threads of an SMS log, the one with the newest message first. Records of one date keep the log's
+/// order, threads of one date that of their first records. Pure.
+[[nodiscard]] QList<Conversation> conversationsOf(const QList<SmsRecord>& log);
+
 } // namespace brenvale

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/CallRecord.h"
+#include "records/PreparedCall.h"
 #include "records/SmsRecord.h"
 
 #include <QList>
@@ -17,7 +18,7 @@ namespace brenvale {
 /// is lost. On main.
 class InternalNotifications {
 public:
-    using Object = std::variant<QList<SmsRecord>, QList<CallRecord>, qint64>;
+    using Object = std::variant<QList<SmsRecord>, QList<CallRecord>, qint64, PreparedCall, QString>;
     using Handler = std::function<void(const Object&)>;
 
     /// Keeps an observer registered for as long as it is held.
@@ -27,6 +28,8 @@ public:
     static constexpr QStringView callHistoryUpdated = u"CallHistoryUpdated"; ///< the whole log
     static constexpr QStringView callDurationUpdated =
         u"CallDurationUpdated"; ///< seconds; -1 when the call is over
+    static constexpr QStringView prepareActiveCall =
+        u"PrepareActiveCall"; ///< a call that is about to run, or its bare number
 
     /// Calls `handler` for every later `post` under `name`.
     [[nodiscard]] Observation addObserver(QStringView name, Handler handler);

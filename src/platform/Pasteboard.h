@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace brenvale {
 
 /// The desktop's clipboard. On main.
@@ -14,6 +16,9 @@ public:
 
     /// Offers `text` as the contents.
     virtual void setString(const QString& text) = 0;
+
+    /// The contents as text; nothing where they are none.
+    [[nodiscard]] virtual std::optional<QString> string() const = 0;
 };
 
 } // namespace brenvale

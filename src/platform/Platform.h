@@ -7,6 +7,7 @@ class Alerts;
 class Clock;
 class ComputerName;
 class Downloads;
+class FileViewer;
 class InternalNotifications;
 class Log;
 class LoginItem;
@@ -23,6 +24,7 @@ struct Platform {
     Clock& clock;
     ComputerName& computerName;
     Downloads& downloads;
+    FileViewer& fileViewer;
     InternalNotifications& internalNotifications;
     Log& log;
     LoginItem& loginItem;

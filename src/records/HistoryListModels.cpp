@@ -1,6 +1,11 @@
 #include "records/HistoryListModels.h"
 
+#include "messages/Characters.h"
+#include "messages/ContactNames.h"
 #include "records/HistoryStore.h"
+#include "records/Instant.h"
+#include "records/RecordId.h"
+#include "transfer/TransferText.h"
 
 namespace brenvale {
 
@@ -12,10 +17,15 @@ QVariant optionalVariant(const std::optional<Value>& value) {
     return value ? QVariant(*value) : QVariant();
 }
 
+QString badgeOf(const NotifPayload& payload) {
+    const auto& named = payload.app.isEmpty() ? payload.title : payload.app;
+    return named.isEmpty() ? QStringLiteral("?") : firstCharacter(named).toUpper();
+}
+
 } // namespace
 
-NotifListModel::NotifListModel(HistoryStore& store)
-    : subscription_(store.items.subscribe([this](const auto& items) { setRecords(items); })) {}
+NotifListModel::NotifListModel(HistoryStore& store, const ContactNames& names)
+    : names_(names), subscription_(store.items.subscribe([this](const auto& items) { setRecords(items); })) {}
 
 QVariant NotifListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
@@ -23,10 +33,18 @@ QVariant NotifListModel::data(const QModelIndex& index, int role) const {
     }
     const auto& payload = records()[index.row()];
     switch (role) {
+    case RowIdRole:
+        return recordIdText(payload.id);
+    case BadgeRole:
+        return badgeOf(payload);
     case AppRole:
         return payload.app;
+    case ShownAppRole:
+        return payload.app.isEmpty() ? QStringLiteral("Notification") : payload.app;
     case TitleRole:
         return payload.title;
+    case ShownTitleRole:
+        return names_.contactName(payload.title);
     case BodyRole:
         return payload.body;
     case TimeTextRole:
@@ -39,11 +57,13 @@ QVariant NotifListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> NotifListModel::roleNames() const {
-    return {{AppRole, "app"},
-            {TitleRole, "title"},
-            {BodyRole, "body"},
-            {TimeTextRole, "timeText"},
-            {KeyRole, "key"}};
+    return {{RowIdRole, "rowId"},       {BadgeRole, "badge"},       {AppRole, "app"},
+            {ShownAppRole, "shownApp"}, {TitleRole, "title"},       {ShownTitleRole, "shownTitle"},
+            {BodyRole, "body"},         {TimeTextRole, "timeText"}, {KeyRole, "key"}};
+}
+
+void NotifListModel::refreshNames() {
+    refreshRoles({ShownTitleRole});
 }
 
 FileTransferListModel::FileTransferListModel(HistoryStore& store)
@@ -68,18 +88,23 @@ QVariant FileTransferListModel::data(const QModelIndex& index, int role) const {
         return record.isOutgoing;
     case ProgressRole:
         return record.progress;
+    case ProgressTextRole:
+        return progressText(record.progress);
     case IsCompletedRole:
         return record.isCompleted;
+    case StatusTextRole:
+        return completionText(record);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> FileTransferListModel::roleNames() const {
-    return {{FileNameRole, "fileName"},      {UrlRole, "url"},
-            {FileSizeRole, "fileSize"},      {DateRole, "date"},
-            {IsOutgoingRole, "isOutgoing"},  {ProgressRole, "progress"},
-            {IsCompletedRole, "isCompleted"}};
+    return {{FileNameRole, "fileName"},         {UrlRole, "url"},
+            {FileSizeRole, "fileSize"},         {DateRole, "date"},
+            {IsOutgoingRole, "isOutgoing"},     {ProgressRole, "progress"},
+            {ProgressTextRole, "progressText"}, {IsCompletedRole, "isCompleted"},
+            {StatusTextRole, "statusText"}};
 }
 
 bool FileTransferListModel::differ(const FileTransferRecord& shown, const FileTransferRecord& next) const {
@@ -99,13 +124,15 @@ QVariant ClipboardListModel::data(const QModelIndex& index, int role) const {
         return entry.text;
     case DateRole:
         return entry.date;
+    case DateTextRole:
+        return abbreviatedDateAndTime(entry.date);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> ClipboardListModel::roleNames() const {
-    return {{TextRole, "text"}, {DateRole, "date"}};
+    return {{TextRole, "text"}, {DateRole, "date"}, {DateTextRole, "dateText"}};
 }
 
 } // namespace brenvale

@@ -8,6 +8,7 @@
 
 namespace brenvale {
 
+class ContactNames;
 class HistoryStore;
 
 /// The three lists of the store as models for views. Each follows its list for as long as it lives and does
@@ -16,15 +17,30 @@ class NotifListModel final : public RecordListModel<NotifPayload> {
     Q_OBJECT
 
 public:
-    enum Role : int { AppRole = Qt::UserRole + 1, TitleRole, BodyRole, TimeTextRole, KeyRole };
+    enum Role : int {
+        RowIdRole = Qt::UserRole + 1, ///< the row's identity as a text
+        BadgeRole,                    ///< one capital that stands for the app
+        AppRole,
+        ShownAppRole, ///< the app, or what stands for none
+        TitleRole,
+        ShownTitleRole, ///< the title, or the name of the number that it is
+        BodyRole,
+        TimeTextRole,
+        KeyRole
+    };
     Q_ENUM(Role)
 
-    explicit NotifListModel(HistoryStore& store);
+    /// `names` must outlive the model.
+    NotifListModel(HistoryStore& store, const ContactNames& names);
 
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+    /// To be called when the names may have changed.
+    void refreshNames();
+
 private:
+    const ContactNames& names_;
     Subscription subscription_;
 };
 
@@ -39,7 +55,9 @@ public:
         DateRole,
         IsOutgoingRole,
         ProgressRole,
-        IsCompletedRole
+        ProgressTextRole, ///< "50%"
+        IsCompletedRole,
+        StatusTextRole ///< what became of a completed one, its size and time
     };
     Q_ENUM(Role)
 
@@ -59,7 +77,11 @@ class ClipboardListModel final : public RecordListModel<ClipboardRecord> {
     Q_OBJECT
 
 public:
-    enum Role : int { TextRole = Qt::UserRole + 1, DateRole };
+    enum Role : int {
+        TextRole = Qt::UserRole + 1,
+        DateRole,
+        DateTextRole ///< date and time as shown
+    };
     Q_ENUM(Role)
 
     explicit ClipboardListModel(HistoryStore& store);

@@ -1,17 +1,13 @@
 #include "records/NotifPayload.h"
 
-#include <QLocale>
+#include "records/Instant.h"
 
-#include <algorithm>
-#include <cmath>
+#include <QLocale>
 
 namespace brenvale {
 
 QDateTime NotifPayload::date() const {
-    // A phone may send any number; what no calendar holds becomes the nearest instant that one does.
-    constexpr double latest = 8.64e15;
-    const double milliseconds = std::isfinite(time) ? std::clamp(time * 1000, -latest, latest) : 0;
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds));
+    return instantOf(time * 1000);
 }
 
 QString NotifPayload::formattedTime() const {

@@ -22,4 +22,8 @@ QUuid makeRecordId() {
             byte(random[3], 3)};
 }
 
+QString recordIdText(const QUuid& id) {
+    return id.toString(QUuid::WithoutBraces).toUpper();
+}
+
 } // namespace brenvale

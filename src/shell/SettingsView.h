@@ -13,11 +13,14 @@
 #include "shell/PhoneStatus.h"
 
 #include <QObject>
+#include <QUrl>
 #include <QUuid>
 #include <QVariantList>
 
 #include <optional>
 #include <vector>
+
+class QTimer;
 
 namespace brenvale {
 
@@ -65,7 +68,7 @@ class SettingsView final : public QObject {
     // Notifications, Clipboard, File Drop
     Q_PROPERTY(brenvale::NotifListModel* items READ items CONSTANT)
     Q_PROPERTY(QString notificationCountText READ notificationCountText NOTIFY notificationCountTextChanged)
-    Q_PROPERTY(QString replyingTo READ replyingToText NOTIFY replyingToChanged)
+    Q_PROPERTY(QString replyingTo READ replyingTo NOTIFY replyingToChanged)
     Q_PROPERTY(QString replyText READ replyText WRITE setReplyText NOTIFY replyTextChanged)
     Q_PROPERTY(brenvale::ClipboardListModel* clipboardHistory READ clipboardHistory CONSTANT)
     Q_PROPERTY(brenvale::FileTransferListModel* fileTransfers READ fileTransfers CONSTANT)
@@ -209,11 +212,10 @@ public:
     /// "MM:SS", with as many minutes as it takes. Pure.
     [[nodiscard]] static QString formatDuration(qint64 seconds);
 
-    // messages/Names.cpp
-
-    /// The name to show for an address: the one given, else the one of the call log, else the address.
-    [[nodiscard]] Q_INVOKABLE QString contactName(const QString& address,
-                                                  const std::optional<QString>& providedName = {}) const;
+    [[nodiscard]] QString contactName(const QString& address,
+                                      const std::optional<QString>& providedName = {}) const {
+        return names_.contactName(address, providedName);
+    }
 
     // notifications/NotificationsTab.cpp
 
@@ -221,7 +223,7 @@ public:
     [[nodiscard]] QString notificationCountText() const;
 
     /// The `rowId` of the row whose reply line is open; empty for none.
-    [[nodiscard]] QString replyingToText() const;
+    [[nodiscard]] QString replyingTo() const;
     [[nodiscard]] const QString& replyText() const { return replyText_; }
     void setReplyText(const QString& text);
     Q_INVOKABLE void openReply(const QString& rowId);
@@ -273,6 +275,15 @@ public:
     Q_INVOKABLE bool commitPort(const QString& text);
     Q_INVOKABLE void restartServer();
 
+    // No control shows or changes these.
+    QStringList selectedRecipients;
+    QString smsBody;
+    QString smsStatus;
+    QString smsStatusColor = QStringLiteral("secondary");
+    bool isSpeakerOn = false;
+    bool isMuted = false;
+    QTimer* timer = nullptr;
+
 signals:
     void selectedTabChanged();
     void isSidebarShownChanged();
@@ -291,12 +302,40 @@ signals:
     void serverRestartNeededChanged();
 
 private:
+    // shell/SettingsView.cpp
+    void observe();
+    [[nodiscard]] int storedTab() const;
+    void refreshDates();
+
+    /// Keeps `copy` equal to `source` and emits `changed` when that changes it.
+    template <typename Value>
+    void follow(Published<Value>& source, Value& copy, void (SettingsView::*changed)());
+
+    // messages/MessagesTab.cpp
+    void setPhoneSmsLog(const QList<SmsRecord>& log);
+    void logChanged();
+    void filterConversations();
+
+    // messages/CallsTab.cpp
+    void setPhoneCallLog(const QList<CallRecord>& log);
+    void setDialpadNumber(const QString& number);
+
+    // messages/Sims.cpp
+    void simsReported(const QList<SimInfo>& sims);
+
+    // notifications/NotificationsTab.cpp
+    void setReplyingTo(const std::optional<QUuid>& row);
+
+    // shell/SettingsTab.cpp
+    [[nodiscard]] qint64 storedPort() const;
+    void storedPortChanged();
+
     Platform& platform_;
     WebSocketServer& server_;
     HistoryStore& history_;
 
     // The window
-    int selectedTab_ = SettingsTab;
+    int selectedTab_;
     bool isSidebarShown_ = true;
 
     // Messages
@@ -325,10 +364,10 @@ private:
 
     // Settings
     PhoneStatus phone_;
-    std::optional<qint64> port_; ///< as stored
+    qint64 port_; ///< as stored
     bool serverRestartNeeded_ = false;
 
-    std::vector<Subscription> subscriptions_; ///< before all else to go
+    std::vector<Subscription> subscriptions_; ///< last: no observer is called while the rest goes
 };
 
 } // namespace brenvale

@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/ComputerName.h"
 #include "platform/Downloads.h"
+#include "platform/FileViewer.h"
 #include "platform/InternalNotifications.h"
 #include "platform/Log.h"
 #include "platform/LoginItem.h"
@@ -17,9 +18,11 @@
 #include <QByteArrayList>
 #include <QHash>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <algorithm>
 #include <mutex>
+#include <variant>
 #include <vector>
 
 namespace brenvale {
@@ -132,8 +135,10 @@ class FakePasteboard final : public Pasteboard {
 public:
     void clearContents() override { calls.append(QStringLiteral("clear")); }
     void setString(const QString& text) override { calls.append(QStringLiteral("set:") + text); }
+    [[nodiscard]] std::optional<QString> string() const override { return contents; }
 
     QStringList calls;
+    std::optional<QString> contents; ///< what another program put there
 };
 
 class FakeUserDefaults final : public UserDefaults {
@@ -143,14 +148,37 @@ public:
         return integers_.value(key.toString());
     }
 
-    void set(const QString& key, qint64 value) {
+    [[nodiscard]] bool contains(QStringView key) const override {
         const std::scoped_lock lock(mutex_);
-        integers_.insert(key, value);
+        return integers_.contains(key.toString());
+    }
+
+    void setInteger(QStringView key, qint64 value) override { set(key.toString(), value); }
+
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
+        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
+    }
+
+    /// As another process would, too.
+    void set(const QString& key, qint64 value) {
+        {
+            const std::scoped_lock lock(mutex_);
+            integers_.insert(key, value);
+        }
+        change_.set({});
     }
 
 private:
     mutable std::mutex mutex_;
     QHash<QString, qint64> integers_;
+    Published<std::monostate> change_;
+};
+
+class FakeFileViewer final : public FileViewer {
+public:
+    void activateFileViewerSelecting(const QUrl& file) override { shown.append(file); }
+
+    QList<QUrl> shown;
 };
 
 /// A centre that takes every request, and keeps the notifications on show with replacement by identifier.
@@ -233,6 +261,7 @@ struct FakePlatform {
     FakeClock clock;
     FakeComputerName computerName;
     TemporaryDownloads downloads;
+    FakeFileViewer fileViewer;
     InternalNotifications internalNotifications;
     RecordingLog log;
     FakeLoginItem loginItem;
@@ -245,6 +274,7 @@ struct FakePlatform {
                       .clock = clock,
                       .computerName = computerName,
                       .downloads = downloads,
+                      .fileViewer = fileViewer,
                       .internalNotifications = internalNotifications,
                       .log = log,
                       .loginItem = loginItem,

@@ -1,4 +1,6 @@
 #include "records/HistoryListModels.h"
+#include "fakes/ModelChanges.h"
+#include "messages/ContactNames.h"
 #include "records/HistoryStore.h"
 
 #include <gmock/gmock.h>
@@ -16,22 +18,7 @@ FileTransferRecord transfer(const QString& name) {
     return {.id = QUuid::createUuid(), .fileName = name};
 }
 
-/// Writes down what a view is told.
-void recordChanges(QAbstractItemModel& model, std::vector<std::string>& changes) {
-    const auto note = [&changes](const char* what, int first, int last) {
-        changes.push_back(std::string(what) + " " + std::to_string(first) + "-" + std::to_string(last));
-    };
-    QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model,
-                     [note](const QModelIndex&, int first, int last) { note("insert", first, last); });
-    QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
-                     [note](const QModelIndex&, int first, int last) { note("remove", first, last); });
-    QObject::connect(&model, &QAbstractItemModel::dataChanged, &model,
-                     [note](const QModelIndex& first, const QModelIndex& last) {
-                         note("change", first.row(), last.row());
-                     });
-    QObject::connect(&model, &QAbstractItemModel::modelReset, &model,
-                     [&changes] { changes.emplace_back("reset"); });
-}
+const ContactNames names;
 
 } // namespace
 
@@ -43,7 +30,7 @@ TEST(NotifListModel, ShowsWhatTheStoreHolds) {
                .body = QStringLiteral("Hi"),
                .time = 0,
                .key = QStringLiteral("k")});
-    const NotifListModel model(store);
+    const NotifListModel model(store, names);
     ASSERT_EQ(model.rowCount(), 1);
     const auto row = model.index(0);
     EXPECT_EQ(row.data(NotifListModel::AppRole), QStringLiteral("Chat"));
@@ -59,7 +46,7 @@ TEST(NotifListModel, ANewNotificationIsOneInsertedRowAndTheOldestOneRemoved) {
     for (int i = 0; i < 100; ++i) {
         store.add(payload(i));
     }
-    NotifListModel model(store);
+    NotifListModel model(store, names);
     std::vector<std::string> changes;
     recordChanges(model, changes);
     store.add(payload(100));
@@ -71,7 +58,7 @@ TEST(NotifListModel, ClearingRemovesTheRows) {
     HistoryStore store;
     store.add(payload(1));
     store.add(payload(2));
-    NotifListModel model(store);
+    NotifListModel model(store, names);
     std::vector<std::string> changes;
     recordChanges(model, changes);
     store.clear();
@@ -81,7 +68,7 @@ TEST(NotifListModel, ClearingRemovesTheRows) {
 
 TEST(NotifListModel, AnInvalidIndexHasNoData) {
     HistoryStore store;
-    const NotifListModel model(store);
+    const NotifListModel model(store, names);
     EXPECT_FALSE(model.data({}, NotifListModel::AppRole).isValid());
 }
 
@@ -114,7 +101,7 @@ TEST(ClipboardListModel, FollowsTheStore) {
 TEST(ListModels, MayGoBeforeTheStore) {
     HistoryStore store;
     {
-        const NotifListModel model(store);
+        const NotifListModel model(store, names);
     }
     store.add(payload(1));
     EXPECT_EQ(store.items.get().size(), 1);

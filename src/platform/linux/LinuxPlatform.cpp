@@ -10,6 +10,7 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main, Display display)
                 .clock = clock_,
                 .computerName = computerName_,
                 .downloads = downloads_,
+                .fileViewer = fileViewer_,
                 .internalNotifications = internalNotifications_,
                 .log = log_,
                 .loginItem = loginItem_,

@@ -3,6 +3,7 @@
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/DesktopSettings.h"
 #include "platform/linux/EventPostingTrust.h"
@@ -30,6 +31,7 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     XdgDownloads downloads_;
+    DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     AutostartEntry loginItem_;

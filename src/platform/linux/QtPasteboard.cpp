@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 
 namespace brenvale {
 
@@ -11,6 +12,11 @@ void QtPasteboard::clearContents() {
 
 void QtPasteboard::setString(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
+}
+
+std::optional<QString> QtPasteboard::string() const {
+    const auto* contents = QGuiApplication::clipboard()->mimeData();
+    return contents != nullptr && contents->hasText() ? std::optional(contents->text()) : std::nullopt;
 }
 
 } // namespace brenvale

@@ -9,6 +9,7 @@ class QtPasteboard final : public Pasteboard {
 public:
     void clearContents() override;
     void setString(const QString& text) override;
+    [[nodiscard]] std::optional<QString> string() const override;
 };
 
 } // namespace brenvale

@@ -4,7 +4,11 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+
+#include <gmock/gmock.h>
 
 using namespace brenvale;
 
@@ -19,6 +23,20 @@ struct Settings : testing::Test {
         QFile file(folder.filePath(QStringLiteral("brenvale/brenvale.conf")));
         ASSERT_TRUE(file.open(QFile::WriteOnly));
         file.write(contents);
+    }
+
+    [[nodiscard]] QByteArray contents() const {
+        QFile file(folder.filePath(QStringLiteral("brenvale/brenvale.conf")));
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// Runs the event loop until `value` is `expected`, or too long.
+    static bool becomes(const qint64& value, qint64 expected) {
+        const QDeadlineTimer deadline(10'000);
+        while (value != expected && !deadline.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 100);
+        }
+        return value == expected;
     }
 
     QTemporaryDir folder;
@@ -53,4 +71,60 @@ TEST_F(SettingsDefaultsTest, AChangeByAnotherProcessIsSeenAtOnce) {
     EXPECT_EQ(defaults.integer(u"port"), 9000);
     write("[General]\nport=19000\n");
     EXPECT_EQ(defaults.integer(u"port"), 19000);
+}
+
+TEST_F(SettingsDefaultsTest, KnowsWhetherThereIsAValue) {
+    EXPECT_FALSE(defaults.contains(u"port"));
+    write("[General]\nport=0\n");
+    EXPECT_TRUE(defaults.contains(u"port"));
+    EXPECT_FALSE(defaults.contains(u"selectedSettingsTab"));
+}
+
+TEST_F(SettingsDefaultsTest, StoresIntegersInTheGeneralSectionAndLeavesTheRest) {
+    write("[General]\nport=9000\n\n[Other]\nport=1\n");
+    defaults.setInteger(u"selectedSettingsTab", 2);
+    defaults.setInteger(u"port", -1);
+    EXPECT_EQ(contents(), "[General]\nport=-1\nselectedSettingsTab=2\n\n[Other]\nport=1\n");
+    EXPECT_EQ(defaults.integer(u"port"), -1);
+}
+
+TEST_F(SettingsDefaultsTest, MakesTheFileThatIsMissing) {
+    defaults.setInteger(u"port", 9000);
+    EXPECT_EQ(contents(), "[General]\nport=9000\n");
+}
+
+TEST_F(SettingsDefaultsTest, WhatNoFileTakesHoldsForTheProcess) {
+    QFile inTheWay(folder.filePath(QStringLiteral("brenvale")));
+    ASSERT_TRUE(inTheWay.open(QFile::WriteOnly));
+    defaults.setInteger(u"port", 9000);
+    EXPECT_TRUE(defaults.contains(u"port"));
+    EXPECT_EQ(defaults.integer(u"port"), 9000);
+    inTheWay.remove();
+    defaults.setInteger(u"port", 9001);
+    EXPECT_EQ(contents(), "[General]\nport=9001\n");
+    write("[General]\nport=9002\n");
+    EXPECT_EQ(defaults.integer(u"port"), 9002);
+}
+
+TEST_F(SettingsDefaultsTest, AnObserverIsToldAtOnceAndBeforeASetterReturns) {
+    std::vector<qint64> seen;
+    const auto observation = defaults.observe([&] { seen.push_back(defaults.integer(u"port")); });
+    defaults.setInteger(u"port", 9000);
+    EXPECT_THAT(seen, testing::ElementsAre(0, 9000));
+}
+
+TEST_F(SettingsDefaultsTest, AnObserverIsToldOfOtherProcesses) {
+    char name[] = "tests";
+    char* arguments[] = {name, nullptr};
+    int argumentCount = 1;
+    const QCoreApplication application(argumentCount, arguments);
+    SettingsDefaults own;
+    qint64 seen = -1;
+    const auto observation = own.observe([&] { seen = own.integer(u"port"); });
+    for (int round = 0; round < 3; ++round) {
+        SettingsDefaults().setInteger(u"port", 9000 + round); // replaces the file
+        ASSERT_TRUE(becomes(seen, 9000 + round));
+        write("[General]\nport=" + QByteArray::number(round) + "\n"); // writes into it
+        ASSERT_TRUE(becomes(seen, round));
+    }
 }

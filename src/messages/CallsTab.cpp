@@ -1,0 +1,93 @@
+#include "link/WebSocketServer.h"
+#include "messages/Characters.h"
+#include "messages/DialerKeyHandler.h"
+#include "platform/Platform.h"
+#include "records/HistoryStore.h"
+#include "records/PreparedCall.h"
+#include "shell/SettingsView.h"
+
+namespace brenvale {
+
+QVariantList SettingsView::dialButtons() {
+    const auto button = [](const QString& main, const QString& letters) {
+        return QVariantMap{{QStringLiteral("main"), main}, {QStringLiteral("letters"), letters}};
+    };
+    return {button(QStringLiteral("1"), {}),
+            button(QStringLiteral("2"), QStringLiteral("A B C")),
+            button(QStringLiteral("3"), QStringLiteral("D E F")),
+            button(QStringLiteral("4"), QStringLiteral("G H I")),
+            button(QStringLiteral("5"), QStringLiteral("J K L")),
+            button(QStringLiteral("6"), QStringLiteral("M N O")),
+            button(QStringLiteral("7"), QStringLiteral("P Q R S")),
+            button(QStringLiteral("8"), QStringLiteral("T U V")),
+            button(QStringLiteral("9"), QStringLiteral("W X Y Z")),
+            button(QStringLiteral("*"), {}),
+            button(QStringLiteral("0"), QStringLiteral("+")),
+            button(QStringLiteral("#"), {})};
+}
+
+void SettingsView::setDialpadNumber(const QString& number) {
+    if (number != dialpadNumber_) {
+        dialpadNumber_ = number;
+        emit dialpadNumberChanged();
+    }
+}
+
+void SettingsView::appendToDialpadNumber(const QString& text) {
+    setDialpadNumber(dialpadNumber_ + text);
+}
+
+void SettingsView::removeLastFromDialpadNumber() {
+    setDialpadNumber(withoutLastCharacter(dialpadNumber_));
+}
+
+bool SettingsView::dialpadKeyPressed(int key, const QString& characters) {
+    auto number = dialpadNumber_;
+    DialerKeyHandler handler{.dialpadNumber = number, .isCallActive = false, .onReturn = [this] {
+                                 startCall();
+                             }};
+    const bool isHandled = handler.handle(key, characters);
+    setDialpadNumber(number);
+    return isHandled;
+}
+
+void SettingsView::startCall() {
+    if (dialpadNumber_.isEmpty()) {
+        return;
+    }
+    server_.makeCall(dialpadNumber_, selectedSimSlot_);
+    platform_.internalNotifications.post(
+        InternalNotifications::prepareActiveCall,
+        PreparedCall{.number = dialpadNumber_, .name = contactName(dialpadNumber_)});
+}
+
+void SettingsView::redial(const QString& number) {
+    setDialpadNumber(number);
+    startCall();
+}
+
+void SettingsView::endCall() {
+    server_.hangupCall();
+    history_.incomingCallInfo.set({});
+    isSpeakerOn = false;
+    isMuted = false;
+}
+
+QString SettingsView::formatDuration(qint64 seconds) {
+    return QString::asprintf("%02lld:%02lld", static_cast<long long>(seconds / 60),
+                             static_cast<long long>(seconds % 60));
+}
+
+void SettingsView::setPhoneCallLog(const QList<CallRecord>& log) {
+    names_.setCallLog(log);
+    calls_.setCalls(log);
+    calls_.refresh();
+    items_.refreshNames();
+    if (!contactQuery_.isEmpty()) {
+        filterConversations();
+    }
+    filteredConversations_.refresh();
+    emit threadNameChanged();
+}
+
+} // namespace brenvale

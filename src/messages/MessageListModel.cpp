@@ -1,0 +1,32 @@
+#include "messages/MessageListModel.h"
+
+#include "messages/MessageDates.h"
+
+namespace brenvale {
+
+QVariant MessageListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const auto& message = records()[index.row()];
+    switch (role) {
+    case BodyRole:
+        return message.body;
+    case TimeTextRole:
+        return formatDate(message.date);
+    case IsSentRole:
+        return message.type == SmsRecord::sent;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MessageListModel::roleNames() const {
+    return {{BodyRole, "body"}, {TimeTextRole, "timeText"}, {IsSentRole, "isSent"}};
+}
+
+bool MessageListModel::differ(const SmsRecord& shown, const SmsRecord& next) const {
+    return shown.body != next.body || shown.type != next.type;
+}
+
+} // namespace brenvale

@@ -1,0 +1,24 @@
+#include "link/WebSocketServer.h"
+#include "platform/Pasteboard.h"
+#include "platform/Platform.h"
+#include "records/HistoryStore.h"
+#include "shell/SettingsView.h"
+
+namespace brenvale {
+
+void SettingsView::clearClipboard() {
+    history_.clearClipboard();
+}
+
+void SettingsView::sendCurrentClipboard() {
+    if (const auto text = platform_.pasteboard.string(); text && !text->isEmpty()) {
+        server_.sendClipboard(*text);
+    }
+}
+
+void SettingsView::copyText(const QString& text) {
+    platform_.pasteboard.clearContents();
+    platform_.pasteboard.setString(text);
+}
+
+} // namespace brenvale

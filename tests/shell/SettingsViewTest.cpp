@@ -1,0 +1,134 @@
+#include "fakes/TestView.h"
+
+#include <gmock/gmock.h>
+
+using namespace brenvale;
+using testing::ElementsAre;
+
+namespace {
+
+struct Window : testing::Test, TestView {};
+
+using Tabs = Window;
+
+} // namespace
+
+TEST_F(Window, AsksForBothLogsOnEachAppearance) {
+    connect();
+    view.appeared();
+    view.appeared();
+    EXPECT_THAT(takeSent(),
+                ElementsAre(R"({"action":"get_sms_history"})", R"({"action":"get_call_history"})",
+                            R"({"action":"get_sms_history"})", R"({"action":"get_call_history"})"));
+}
+
+TEST_F(Window, AsksNothingWhenTheUserComesBackToTheProgram) {
+    connect();
+    view.becameActive();
+    EXPECT_THAT(takeSent(), ElementsAre());
+}
+
+TEST_F(Window, ShowsDatesAfreshWhenItAppearsOrTheUserComesBack) {
+    fake.clock.time = 1'700'000'000;
+    const double date = fake.clock.time * 1000;
+    reportSms({{.address = QStringLiteral("1"), .date = date}});
+    reportCalls({{.number = QStringLiteral("1"), .date = date}});
+    int told = 0;
+    for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(view.filteredConversations()),
+                                      static_cast<QAbstractItemModel*>(view.callListModel())}) {
+        QObject::connect(model, &QAbstractItemModel::dataChanged, model, [&told] { ++told; });
+    }
+    fake.clock.time += 86'400;
+    view.appeared();
+    view.becameActive();
+    EXPECT_EQ(told, 4);
+    EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::RelativeDateRole),
+                ElementsAre("Yesterday"));
+}
+
+TEST_F(Window, KeepsTheLogsThatThePhoneSends) {
+    receive(R"({"action":"sms_history","messages":[{"address":"1","body":"Hi","date":5,"type":1}]})");
+    receive(R"({"action":"call_history","calls":[{"number":"2","date":5,"duration":1,"type":3}]})");
+    ASSERT_EQ(view.phoneSmsLog().size(), 1);
+    EXPECT_EQ(view.phoneSmsLog()[0].body, QStringLiteral("Hi"));
+    ASSERT_EQ(view.phoneCallLog().size(), 1);
+    EXPECT_EQ(view.phoneCallLog()[0].number, QStringLiteral("2"));
+}
+
+TEST_F(Window, IgnoresLogsOfAnotherKind) {
+    reportSms({{.address = QStringLiteral("1")}});
+    reportCalls({{.number = QStringLiteral("2")}});
+    fake.internalNotifications.post(InternalNotifications::callHistoryUpdated, PreparedCall{});
+    fake.internalNotifications.post(InternalNotifications::callHistoryUpdated, QList<SmsRecord>());
+    fake.internalNotifications.post(InternalNotifications::smsHistoryUpdated, QList<CallRecord>());
+    fake.internalNotifications.post(InternalNotifications::prepareActiveCall, qint64{5});
+    EXPECT_EQ(view.phoneSmsLog().size(), 1);
+    EXPECT_EQ(view.phoneCallLog().size(), 1);
+    EXPECT_EQ(view.dialpadNumber(), QString());
+}
+
+TEST_F(Window, MayGoBeforeWhatItObserves) {
+    {
+        const SettingsView gone(fake.platform, *server, *store);
+    }
+    reportSms({{.address = QStringLiteral("1")}});
+    store->availableSIMs.set({{.slot = 1}});
+    fake.userDefaults.set(QStringLiteral("port"), 1);
+    EXPECT_EQ(view.phoneSmsLog().size(), 1);
+}
+
+TEST_F(Window, HasLabelsInTheSidebarAbove250) {
+    EXPECT_FALSE(SettingsView::showLabels(250));
+    EXPECT_TRUE(SettingsView::showLabels(250.5));
+}
+
+TEST_F(Tabs, StandInTheirOwnOrder) {
+    QStringList tabs;
+    for (const auto& tab : SettingsView::sidebarTabs()) {
+        tabs.append(tab.toMap()[QStringLiteral("tab")].toString() + u' ' +
+                    tab.toMap()[QStringLiteral("label")].toString());
+    }
+    EXPECT_THAT(tabs, ElementsAre("4 Call", "2 SMS", "5 File Drop", "1 Notifications", "7 Remote",
+                                  "6 Clipboard", "0 Settings", "3 Info"));
+}
+
+TEST_F(Tabs, AFirstStartOpensOnTheSettings) {
+    EXPECT_EQ(view.selectedTab(), SettingsView::SettingsTab);
+    EXPECT_EQ(view.detailTab(), SettingsView::SettingsTab);
+}
+
+TEST_F(Tabs, TheChoiceIsStored) {
+    view.setSelectedTab(SettingsView::SmsTab);
+    EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
+    EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), 2);
+    const SettingsView afterRestart(fake.platform, *server, *store);
+    EXPECT_EQ(afterRestart.selectedTab(), SettingsView::SmsTab);
+}
+
+TEST_F(Tabs, TheSettingIsFollowedAndTheRestOfTheWindowStays) {
+    view.setChatText(QStringLiteral("draft"));
+    const auto told = countSignals(view, &SettingsView::selectedTabChanged);
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 2);
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 2);
+    EXPECT_EQ(view.selectedTab(), 2);
+    EXPECT_EQ(*told, 1);
+    EXPECT_EQ(view.chatText(), QStringLiteral("draft"));
+}
+
+TEST_F(Tabs, AnUnknownNumberShowsTheCallsUntilAnotherIsChosen) {
+    for (const qint64 number : {qint64{99}, qint64{8}, qint64{-1}, qint64{1} << 40}) {
+        fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), number);
+        EXPECT_EQ(view.detailTab(), SettingsView::CallTab) << number;
+    }
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 99);
+    EXPECT_EQ(view.selectedTab(), 99) << "no entry of the sidebar";
+    view.setSelectedTab(SettingsView::InfoTab);
+    EXPECT_EQ(view.detailTab(), SettingsView::InfoTab);
+}
+
+TEST_F(Tabs, EachNumberShowsItsTab) {
+    for (int tab = 0; tab < 8; ++tab) {
+        view.setSelectedTab(tab);
+        EXPECT_EQ(view.detailTab(), tab);
+    }
+}
