@@ -1,0 +1,7 @@
+import QtQuick
+
+Item {
+    id: tab
+
+    required property var view
+}

@@ -1,0 +1,85 @@
+import QtQuick
+
+// All of the window: the sidebar, and the tab that is selected in it.
+Rectangle {
+    id: main
+
+    required property var view
+
+    // By the number of the tab.
+    readonly property var tabs: ["../shell/SettingsTab.qml", "../notifications/NotificationsTab.qml",
+        "../messages/MessagesTab.qml", "../shell/InfoTab.qml", "../messages/CallsTab.qml",
+        "../transfer/FileDropTab.qml", "../shell/ClipboardTab.qml", "../remote/RemoteControlTab.qml"]
+
+    color: Theme.windowBackground
+
+    Component.onCompleted: view.appeared()
+
+    Shortcut {
+        sequence: "F9"
+        onActivated: main.view.isSidebarShown = !main.view.isSidebarShown
+    }
+
+    Sidebar {
+        id: sidebar
+
+        anchors {
+            left: parent.left
+            top: parent.top
+            bottom: parent.bottom
+        }
+        width: main.view.isSidebarShown ? implicitWidth : 0
+        visible: main.view.isSidebarShown
+        view: main.view
+        showLabels: main.view.showLabels(main.width)
+        onHideRequested: main.view.isSidebarShown = false
+    }
+    Item {
+        id: strip
+
+        anchors {
+            left: parent.left
+            top: parent.top
+            bottom: parent.bottom
+        }
+        width: showButton.width + 2 * Theme.spacing
+        visible: !main.view.isSidebarShown
+
+        IconButton {
+            id: showButton
+
+            x: Theme.spacing
+            y: Theme.spacing
+            symbol: "sidebar-expand-left"
+            helpText: "Show Sidebar"
+            onClicked: main.view.isSidebarShown = true
+        }
+    }
+    Hairline {
+        id: divider
+
+        anchors {
+            left: sidebar.visible ? sidebar.right : strip.right
+            top: parent.top
+            bottom: parent.bottom
+        }
+    }
+    Loader {
+        id: detail
+
+        readonly property int tab: main.view.detailTab
+
+        anchors {
+            left: divider.right
+            right: parent.right
+            top: parent.top
+            bottom: parent.bottom
+        }
+        onTabChanged: load()
+        Component.onCompleted: load()
+
+        function load() {
+            setSource(main.tabs[tab], {view: main.view});
+        }
+    }
+}

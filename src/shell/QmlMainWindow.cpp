@@ -1,0 +1,87 @@
+#include "shell/QmlMainWindow.h"
+
+#include "theme/SymbolImageProvider.h"
+
+#include <QCloseEvent>
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QScreen>
+
+#include <malloc.h>
+
+/// Registers the types of the QML module; the linker keeps them because of the reference below.
+void qml_register_types_Brenvale();
+
+namespace brenvale {
+
+namespace {
+
+constexpr QSize initialSize(850, 550);
+constexpr QSize minimumSize(800, 500);
+
+QRect centredOn(const QScreen& screen) {
+    QRect frame({}, initialSize);
+    frame.moveCenter(screen.availableGeometry().center());
+    return frame;
+}
+
+} // namespace
+
+QmlMainWindow::QmlMainWindow(QObject& settings) : settings_(settings) {}
+
+QmlMainWindow::~QmlMainWindow() = default;
+
+bool QmlMainWindow::isVisible() const {
+    return view_ != nullptr && view_->isVisible();
+}
+
+void QmlMainWindow::makeKeyAndOrderFront() {
+    if (view_ == nullptr) {
+        buildView();
+    }
+    if (view_->windowStates().testFlag(Qt::WindowMinimized)) {
+        view_->setWindowStates(view_->windowStates() & ~Qt::WindowMinimized);
+    }
+    view_->show();
+    view_->raise();
+    view_->requestActivate();
+}
+
+void QmlMainWindow::buildView() {
+    static const auto typesOfModule = &qml_register_types_Brenvale;
+    Q_UNUSED(typesOfModule);
+
+    view_ = std::make_unique<QQuickView>();
+    auto* engine = view_->engine();
+    engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine->addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider);
+    view_->setTitle(QStringLiteral("Brenvale Settings"));
+    view_->setMinimumSize(minimumSize);
+    view_->setResizeMode(QQuickView::SizeRootObjectToView);
+    view_->setGeometry(geometry_.isNull() ? centredOn(*view_->screen()) : geometry_);
+    view_->setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&settings_)}});
+    view_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Brenvale/shell/MainView.qml")));
+    view_->installEventFilter(this);
+}
+
+bool QmlMainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == view_.get() && event->type() == QEvent::Close) {
+        // The view is on the stack: it goes when the event is done with.
+        QMetaObject::invokeMethod(this, &QmlMainWindow::releaseView, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void QmlMainWindow::releaseView() {
+    if (view_ == nullptr || view_->isVisible()) {
+        return;
+    }
+    geometry_ = view_->geometry();
+    view_.reset();
+    malloc_trim(0);
+    if (windowWillClose) {
+        windowWillClose();
+    }
+}
+
+} // namespace brenvale

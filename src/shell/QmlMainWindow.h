@@ -1,0 +1,43 @@
+#pragma once
+
+#include "shell/MainWindow.h"
+
+#include <QObject>
+#include <QRect>
+
+#include <memory>
+
+class QQuickView;
+
+namespace brenvale {
+
+/// The main window in Qt Quick. Its views exist while it is on show; `SettingsView` keeps what they showed.
+/// On main.
+class QmlMainWindow final : public QObject, public MainWindow {
+    Q_OBJECT
+
+public:
+    /// `settings` is a `SettingsView`, or what stands for one in a test, and must outlive the window.
+    explicit QmlMainWindow(QObject& settings);
+    ~QmlMainWindow() override;
+    QmlMainWindow(const QmlMainWindow&) = delete;
+    QmlMainWindow& operator=(const QmlMainWindow&) = delete;
+
+    [[nodiscard]] bool isVisible() const override;
+    void makeKeyAndOrderFront() override;
+
+    /// Null while it is not on show.
+    [[nodiscard]] QQuickView* view() const { return view_.get(); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildView();
+    void releaseView();
+
+    QObject& settings_;
+    std::unique_ptr<QQuickView> view_;
+    QRect geometry_; ///< of the last time that it was on show; null before
+};
+
+} // namespace brenvale

@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// A list that scrolls, with the keyboard too.
+ListView {
+    id: list
+
+    required property string helpText
+
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    reuseItems: false
+    keyNavigationEnabled: true
+    pixelAligned: true
+    T.ScrollBar.vertical: ScrollHandle {}
+
+    Accessible.role: Accessible.List
+    Accessible.name: helpText
+
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageDown) {
+            list.contentY = Math.min(list.contentY + list.height, list.originY + list.contentHeight - list.height);
+            list.returnToBounds();
+            event.accepted = true;
+        } else if (event.key === Qt.Key_PageUp) {
+            list.contentY = Math.max(list.contentY - list.height, list.originY);
+            event.accepted = true;
+        }
+    }
+}

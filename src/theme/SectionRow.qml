@@ -1,0 +1,52 @@
+import QtQuick
+
+// A row of a form: its label at the left, what it shows at the right, or alone where there is no label.
+Item {
+    id: row
+
+    property string label
+    property string symbol
+    property color symbolColor: Theme.primary
+    default property alias content: place.data
+    readonly property bool isFirst: parent !== null && parent.children[0] === row
+
+    // Content that is to fill the row beside the label takes this width.
+    readonly property real contentWidth: width - place.x - Theme.rowPaddingHorizontal
+
+    width: parent ? parent.width : implicitWidth
+    implicitHeight: Math.max(44, place.implicitHeight + 2 * Theme.rowPaddingVertical,
+                             caption.implicitHeight + 2 * Theme.rowPaddingVertical)
+    height: implicitHeight
+
+    Hairline {
+        visible: !row.isFirst
+        x: Theme.rowPaddingHorizontal
+        width: parent.width - 2 * Theme.rowPaddingHorizontal
+    }
+    Symbol {
+        id: icon
+
+        visible: row.symbol !== ""
+        x: Theme.rowPaddingHorizontal
+        anchors.verticalCenter: parent.verticalCenter
+        name: row.symbol
+        color: row.symbolColor
+    }
+    Label {
+        id: caption
+
+        x: Theme.rowPaddingHorizontal + (icon.visible ? icon.width + Theme.spacing : 0)
+        anchors.verticalCenter: parent.verticalCenter
+        text: row.label
+    }
+    Item {
+        id: place
+
+        x: row.label === "" ? Theme.rowPaddingHorizontal
+                            : caption.x + Math.ceil(caption.implicitWidth) + Theme.padding
+        anchors.verticalCenter: parent.verticalCenter
+        width: row.contentWidth
+        implicitHeight: children.length > 0 ? children[0].implicitHeight : 0
+        height: implicitHeight
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+
+// Text that can be marked and copied, by keyboard too.
+TextEdit {
+    id: control
+
+    readonly property bool visualFocus: activeFocus && focusReason !== Qt.MouseFocusReason
+    property int focusReason: Qt.OtherFocusReason
+
+    font: Theme.body
+    color: Theme.primary
+    selectionColor: Theme.tint
+    selectedTextColor: Theme.textOnTint
+    textFormat: TextEdit.PlainText
+    renderType: Text.NativeRendering
+    wrapMode: TextEdit.Wrap
+    readOnly: true
+    selectByMouse: true
+    selectByKeyboard: true
+    activeFocusOnTab: true
+    onActiveFocusChanged: if (!activeFocus) deselect()
+
+    Accessible.role: Accessible.EditableText
+    Accessible.readOnly: true
+    Accessible.name: text
+
+    HoverHandler {
+        cursorShape: Qt.IBeamCursor
+    }
+
+    FocusRing {
+        isShown: control.visualFocus
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QQuickImageProvider>
+
+namespace brenvale {
+
+/// Draws icons of the desktop's theme, Breeze where it lacks one, in one colour. An image's id is
+/// "name/decoration/colour" and whatever follows; the decoration is "circle", "slash" or empty.
+class SymbolImageProvider final : public QQuickImageProvider {
+public:
+    SymbolImageProvider();
+
+    QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
+
+private:
+    [[nodiscard]] QString fileOf(const QString& name);
+
+    QString theme_;
+    QHash<QString, QString> files_; ///< of `theme_`
+};
+
+} // namespace brenvale

@@ -1,0 +1,147 @@
+pragma Singleton
+
+import QtQuick
+
+// Sizes, colours and motion of everything in the window. Colours derive from the desktop's palette and the
+// type scale from its font, and follow both while the program runs.
+QtObject {
+    id: theme
+
+    // The type scale: 13 px is the desktop's own size, and the rest keeps its proportion to it.
+
+    readonly property real textScale: Desktop.fontPixelSize / 13
+    readonly property font largeTitle: sized(26)
+    readonly property font title: sized(22)
+    readonly property font title2: sized(17)
+    readonly property font title2Bold: sized(17, Font.Bold)
+    readonly property font title3: sized(15)
+    readonly property font headline: sized(13, Font.DemiBold)
+    readonly property font body: sized(13)
+    readonly property font callout: sized(12)
+    readonly property font subheadline: sized(11)
+    readonly property font footnote: sized(10)
+    readonly property font caption: sized(10)
+    readonly property font caption2: sized(10)
+
+    // Space and shape, on a grid of 4.
+
+    readonly property int spacing: 8
+    readonly property int padding: 16
+    readonly property int rowPaddingHorizontal: 12
+    readonly property int rowPaddingVertical: 8
+    readonly property int controlHeight: Math.round(28 * Math.max(1, textScale))
+    readonly property int largeControlHeight: Math.round(34 * Math.max(1, textScale))
+    readonly property int smallControlHeight: Math.round(22 * Math.max(1, textScale))
+    readonly property int controlRadius: 6
+    readonly property int fieldRadius: 8
+    readonly property int cardRadius: 12
+    readonly property int bubbleRadius: 16
+    readonly property int formWidth: 720
+    readonly property int focusRingWidth: 2
+
+    readonly property int motionDuration: Desktop.isAnimated ? 150 : 0
+    readonly property int motionEasing: Easing.OutCubic
+
+    // Colours
+
+    readonly property SystemPalette palette: SystemPalette {
+        colorGroup: SystemPalette.Active
+    }
+    readonly property bool isDark: luminance(palette.window) < luminance(palette.windowText)
+    readonly property bool isHighContrast: contrast(palette.windowText, palette.window) > 20
+
+    readonly property color windowBackground: palette.window
+    readonly property color controlBackground: palette.base
+    readonly property color underPageBackground: mixed(palette.window, palette.windowText, 0.04)
+    readonly property color primary: palette.windowText
+    readonly property color secondary: faded(0.6)
+    readonly property color tertiary: faded(0.35)
+    readonly property color hairline: withOpacity(palette.windowText, isHighContrast ? 1 : 0.12)
+    readonly property color hover: withOpacity(palette.windowText, 0.05)
+    readonly property color pressed: withOpacity(palette.windowText, 0.1)
+    readonly property color fieldBorder: withOpacity(palette.windowText, isHighContrast ? 1 : 0.2)
+
+    readonly property color tint: palette.highlight
+    readonly property color tintText: readable(tint)
+    readonly property color textOnTint: textOn(tint)
+    readonly property color blue: isDark ? "#3d8bff" : "#0a6cff"
+    readonly property color green: isDark ? "#32c759" : "#1f9d3f"
+    readonly property color red: isDark ? "#ff5147" : "#d92b20"
+    readonly property color orange: isDark ? "#ff9f1a" : "#e07b00"
+    readonly property color purple: isDark ? "#b268f0" : "#8e44d6"
+    readonly property color yellow: isDark ? "#ffd23f" : "#c79a00"
+    readonly property color grey: isDark ? "#98989d" : "#8a8a8e"
+
+    // Functions of the above
+
+    // A size of the scale that no style names, as `font: Theme.sized(48)`.
+    function sized(pixelSize, weight) {
+        return Qt.font({
+            family: Desktop.fontFamily,
+            pixelSize: Math.max(1, Math.round(pixelSize * textScale)),
+            weight: weight === undefined ? Font.Normal : weight
+        });
+    }
+
+    function monospaced(style, weight) {
+        return Qt.font({
+            family: Desktop.fixedFontFamily,
+            pixelSize: style.pixelSize,
+            weight: weight === undefined ? style.weight : weight
+        });
+    }
+
+    function weighted(style, weight) {
+        return Qt.font({family: style.family, pixelSize: style.pixelSize, weight: weight});
+    }
+
+    function withOpacity(base, opacity) {
+        return Qt.rgba(base.r, base.g, base.b, opacity);
+    }
+
+    // `share` of `over` on `under`, both opaque.
+    function mixed(under, over, share) {
+        return Qt.rgba(under.r + (over.r - under.r) * share, under.g + (over.g - under.g) * share,
+                       under.b + (over.b - under.b) * share, 1);
+    }
+
+    function luminance(shade) {
+        const linear = part => part <= 0.04045 ? part / 12.92 : Math.pow((part + 0.055) / 1.055, 2.4);
+        return 0.2126 * linear(shade.r) + 0.7152 * linear(shade.g) + 0.0722 * linear(shade.b);
+    }
+
+    function contrast(one, other) {
+        const lights = [luminance(one), luminance(other)];
+        return (Math.max(lights[0], lights[1]) + 0.05) / (Math.min(lights[0], lights[1]) + 0.05);
+    }
+
+    // The lower contrast of `shade` to the two backgrounds that text stands on.
+    function textContrast(shade) {
+        return Math.min(contrast(shade, palette.window), contrast(shade, palette.base));
+    }
+
+    // The text's colour at `opacity`, or as much more as it takes to be read.
+    function faded(opacity) {
+        let share = isHighContrast ? 1 : opacity;
+        while (share < 1 && textContrast(mixed(palette.window, palette.windowText, share)) < 4.5) {
+            share += 0.02;
+        }
+        return mixed(palette.window, palette.windowText, Math.min(share, 1));
+    }
+
+    // `shade` as a colour of text on the window or on a card, moved to the text's colour until it can be read.
+    function readable(shade) {
+        let result = shade;
+        for (let share = 0.05; share <= 1 && textContrast(result) < 4.5; share += 0.05) {
+            result = mixed(shade, palette.windowText, share);
+        }
+        return result;
+    }
+
+    function textOn(background) {
+        if (contrast(palette.highlightedText, background) >= 4.5) {
+            return palette.highlightedText;
+        }
+        return contrast("white", background) >= 3 ? "white" : "black";
+    }
+}
