@@ -8,6 +8,7 @@
 #include "platform/linux/ProcessSetup.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
+#include "shell/SettingsView.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
