@@ -24,8 +24,8 @@ QList<SmsRecord> smsLog(int newest) {
             {.address = addressOf(thread),
              .name = thread % 3 == 0 ? std::optional(QStringLiteral("Имя Фамилия")) : std::nullopt,
              .body = QStringLiteral("Привет, Ann! Wie geht es dir heute? 你好, see you at %1 then.").arg(i),
-             .date = 1'600'000'000'000.0 + i * 60'000.0,
-             .type = 1 + i % 2});
+             .date = 1'600'000'000'000.0 + (i * 60'000.0),
+             .type = 1 + (i % 2)});
     }
     return log;
 }
@@ -35,7 +35,7 @@ QList<CallRecord> callLog(int newest) {
     for (int i = newest; i > newest - callCount; --i) {
         log.append({.number = addressOf(i % threadCount),
                     .name = QStringLiteral("Name %1").arg(i % threadCount),
-                    .date = 1'600'000'000'000.0 + i * 60'000.0});
+                    .date = 1'600'000'000'000.0 + (i * 60'000.0)});
     }
     return log;
 }
