@@ -1,7 +1,8 @@
 import QtQuick
+import Brenvale
 
 Item {
     id: tab
 
-    required property var view
+    required property SettingsView view
 }

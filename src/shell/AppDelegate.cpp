@@ -58,7 +58,7 @@ void AppDelegate::showSettings(int tab) {
 }
 
 void AppDelegate::buildSettingsWindow() {
-    settingsView_ = std::make_unique<SettingsView>(platform_, server_, *historyStore_);
+    settingsView_ = std::make_unique<SettingsView>(platform_, main_, server_, *historyStore_);
     settingsWindow_ = makeMainWindow_(*settingsView_);
     settingsWindow_->windowWillClose = [this] {
         windowWillClose();

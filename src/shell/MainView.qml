@@ -1,10 +1,11 @@
 import QtQuick
+import Brenvale
 
 // All of the window: the sidebar, and the tab that is selected in it.
 Rectangle {
     id: main
 
-    required property var view
+    required property SettingsView view
 
     // By the number of the tab.
     readonly property var tabs: ["../shell/SettingsTab.qml", "../notifications/NotificationsTab.qml",
@@ -15,6 +16,13 @@ Rectangle {
 
     Component.onCompleted: view.appeared()
 
+    Connections {
+        target: Desktop
+
+        function onBecameActive() {
+            main.view.becameActive();
+        }
+    }
     Shortcut {
         sequence: "F9"
         onActivated: main.view.isSidebarShown = !main.view.isSidebarShown

@@ -4,8 +4,8 @@
 
 namespace brenvale {
 
-/// The main window as the rest of the program sees it. Nothing of it exists before it is made; closed it keeps
-/// the view's state and gives back what showing it takes. On main.
+/// The main window as the rest of the program sees it. Nothing of it exists before it is made; closed it
+/// keeps the view's state and gives back what showing it takes. On main.
 class MainWindow {
 public:
     virtual ~MainWindow() = default;

@@ -48,7 +48,7 @@ void QmlMainWindow::makeKeyAndOrderFront() {
 }
 
 void QmlMainWindow::buildView() {
-    static const auto typesOfModule = &qml_register_types_Brenvale;
+    volatile auto typesOfModule = &qml_register_types_Brenvale;
     Q_UNUSED(typesOfModule);
 
     view_ = std::make_unique<QQuickView>();

@@ -51,4 +51,9 @@ void SettingsView::restartServer() {
     emit serverRestartNeededChanged();
 }
 
+void SettingsView::settingsTabAppeared() {
+    refreshNotifStatus();
+    emit localIPChanged();
+}
+
 } // namespace brenvale

@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
+#include "shell/LaunchAtLoginManager.h"
 
 #include <utility>
 
@@ -21,8 +22,10 @@ QVariantMap sidebarTab(SettingsView::Tab tab, const QString& label, const QStrin
 
 } // namespace
 
-SettingsView::SettingsView(Platform& platform, WebSocketServer& server, HistoryStore& history)
+SettingsView::SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server,
+                           HistoryStore& history)
     : platform_(platform),
+      main_(main),
       server_(server),
       history_(history),
       selectedTab_(storedTab()),
@@ -32,7 +35,9 @@ SettingsView::SettingsView(Platform& platform, WebSocketServer& server, HistoryS
       items_(history, names_),
       clipboardHistory_(history),
       fileTransfers_(history),
-      port_(storedPort()) {
+      port_(storedPort()),
+      launchAtLogin_(LaunchAtLoginManager::isEnabled(platform)),
+      isAccessibilityEnabled_(isProcessTrusted()) {
     observe();
 }
 
@@ -116,10 +121,14 @@ bool SettingsView::showLabels(double width) {
 void SettingsView::appeared() {
     server_.requestSmsHistory();
     server_.requestCallHistory();
+    refreshAccessibility();
+    refreshNotifStatus();
     refreshDates();
 }
 
 void SettingsView::becameActive() {
+    refreshAccessibility();
+    emit localIPChanged(); // the network may be another by now
     refreshDates();
 }
 

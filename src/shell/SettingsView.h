@@ -24,8 +24,10 @@ class QTimer;
 
 namespace brenvale {
 
+class DispatchQueue;
 class HistoryStore;
 class WebSocketServer;
+enum class AuthorizationStatus : qint8;
 struct Platform;
 
 /// The state of the main window and what its controls do, for all tabs, without anything to see: the views
@@ -90,6 +92,10 @@ class SettingsView final : public QObject {
     Q_PROPERTY(bool isCharging READ isCharging NOTIFY phoneStatusChanged)
     Q_PROPERTY(QString portText READ portText NOTIFY portChanged)
     Q_PROPERTY(bool serverRestartNeeded READ serverRestartNeeded NOTIFY serverRestartNeededChanged)
+    Q_PROPERTY(QString localIP READ localIP NOTIFY localIPChanged)
+    Q_PROPERTY(int notifAuthStatus READ notifAuthStatus NOTIFY notifAuthStatusChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
+    Q_PROPERTY(bool isAccessibilityEnabled READ isAccessibilityEnabled NOTIFY isAccessibilityEnabledChanged)
 
 public:
     using Conversation = brenvale::Conversation;
@@ -108,7 +114,7 @@ public:
     Q_ENUM(Tab)
 
     /// All arguments must outlive the view.
-    SettingsView(Platform& platform, WebSocketServer& server, HistoryStore& history);
+    SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server, HistoryStore& history);
     ~SettingsView() override;
     SettingsView(const SettingsView&) = delete;
     SettingsView& operator=(const SettingsView&) = delete;
@@ -275,6 +281,28 @@ public:
     Q_INVOKABLE bool commitPort(const QString& text);
     Q_INVOKABLE void restartServer();
 
+    /// The settings tab comes on screen.
+    Q_INVOKABLE void settingsTabAppeared();
+
+    // shell/SystemStatus.cpp
+
+    /// The address by which the phone reaches this computer; each call reads the adapters anew.
+    [[nodiscard]] static QString localIP();
+
+    /// A value of `AuthorizationStatus`, as it was when it was last asked for.
+    [[nodiscard]] int notifAuthStatus() const;
+    void refreshNotifStatus();
+    Q_INVOKABLE void requestNotificationPermission();
+    Q_INVOKABLE void openNotificationSettings();
+
+    /// What the user chose, even where the desktop did not take it.
+    [[nodiscard]] bool launchAtLogin() const { return launchAtLogin_; }
+    void setLaunchAtLogin(bool isWanted);
+
+    /// Whether the phone's keys and pointer reach other programs.
+    [[nodiscard]] bool isAccessibilityEnabled() const { return isAccessibilityEnabled_; }
+    Q_INVOKABLE void openAccessibilitySettings();
+
     // No control shows or changes these.
     QStringList selectedRecipients;
     QString smsBody;
@@ -300,6 +328,10 @@ signals:
     void phoneStatusChanged();
     void portChanged();
     void serverRestartNeededChanged();
+    void localIPChanged();
+    void notifAuthStatusChanged();
+    void launchAtLoginChanged();
+    void isAccessibilityEnabledChanged();
 
 private:
     // shell/SettingsView.cpp
@@ -330,7 +362,13 @@ private:
     [[nodiscard]] qint64 storedPort() const;
     void storedPortChanged();
 
+    // shell/SystemStatus.cpp
+    [[nodiscard]] bool isProcessTrusted() const;
+    void refreshAccessibility();
+    void setNotifAuthStatus(AuthorizationStatus status);
+
     Platform& platform_;
+    DispatchQueue& main_;
     WebSocketServer& server_;
     HistoryStore& history_;
 
@@ -366,6 +404,9 @@ private:
     PhoneStatus phone_;
     qint64 port_; ///< as stored
     bool serverRestartNeeded_ = false;
+    AuthorizationStatus notifAuthStatus_{}; ///< not determined
+    bool launchAtLogin_;
+    bool isAccessibilityEnabled_;
 
     std::vector<Subscription> subscriptions_; ///< last: no observer is called while the rest goes
 };

@@ -1,12 +1,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Brenvale
 
 // The tabs from top to bottom. One of them has the tint, or none where the settings name no tab.
 Item {
     id: sidebar
 
-    required property var view
+    required property SettingsView view
     required property bool showLabels
     signal hideRequested
 
@@ -34,7 +35,7 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: true
         model: sidebar.view.sidebarTabs
-        currentIndex: sidebar.view.sidebarTabs.findIndex(entry => entry.tab === sidebar.view.selectedTab)
+        currentIndex: placeOf(sidebar.view.selectedTab)
         keyNavigationEnabled: false
 
         Accessible.role: Accessible.List
@@ -42,6 +43,15 @@ Item {
 
         Keys.onUpPressed: select(currentIndex - 1)
         Keys.onDownPressed: select(currentIndex + 1)
+
+        function placeOf(tab) {
+            for (let place = 0; place < count; ++place) {
+                if (sidebar.view.sidebarTabs[place].tab === tab) {
+                    return place;
+                }
+            }
+            return -1;
+        }
 
         function select(index) {
             if (index >= 0 && index < count) {

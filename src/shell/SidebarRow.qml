@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // One entry of the sidebar.
 T.ItemDelegate {

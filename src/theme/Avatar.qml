@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // A letter, or an icon where one is named, that stands for somebody or something.
 Rectangle {

@@ -11,6 +11,11 @@ namespace brenvale {
 
 Desktop::Desktop(QObject* parent) : QObject(parent) {
     qApp->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            emit becameActive();
+        }
+    });
 }
 
 QString Desktop::fontFamily() {

@@ -34,6 +34,9 @@ public:
 
 signals:
     void changed();
+
+    /// The user comes back to the program.
+    void becameActive();
 };
 
 } // namespace brenvale

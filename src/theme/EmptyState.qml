@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // What an area shows while there is nothing to show in it.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // Shows which control the keyboard acts on. Stands inside the control and draws outside of it.
 Rectangle {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Window
+import Brenvale
 
 // One device pixel that divides two areas; stands upright where `isVertical`.
 Rectangle {

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // A button that is only an icon. `helpText` says what it does: the tip under the pointer and the name for
 // assistive technology.

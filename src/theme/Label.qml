@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // Text that assistive technology reads.
 Text {

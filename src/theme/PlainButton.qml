@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // A button that is only its text, with an icon before it where one is named.
 T.AbstractButton {

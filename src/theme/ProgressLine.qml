@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // How much is done, from 0 to 1.
 Rectangle {

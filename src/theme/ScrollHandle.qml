@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // The scroll bar of all views: thin, and stronger under the pointer.
 T.ScrollBar {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // A list that scrolls, with the keyboard too.
 ListView {

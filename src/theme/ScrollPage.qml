@@ -1,6 +1,7 @@
 import QtQuick
-import QtQuick.Window
 import QtQuick.Templates as T
+import QtQuick.Window
+import Brenvale
 
 // A page that scrolls what does not fit, as a column that no wide window stretches. A control that gets the
 // keyboard comes into sight.

@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // A group of a form: a header above, its rows on a card with hairlines between them, a footer below.
 Column {
@@ -26,6 +27,7 @@ Column {
     Rectangle {
         width: parent.width
         height: rowColumn.height
+        visible: height > 0
         radius: Theme.cardRadius
         color: Theme.controlBackground
         border.width: 1

@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // A row of a form: its label at the left, what it shows at the right, or alone where there is no label.
 Item {
@@ -8,7 +9,6 @@ Item {
     property string symbol
     property color symbolColor: Theme.primary
     default property alias content: place.data
-    readonly property bool isFirst: parent !== null && parent.children[0] === row
 
     // Content that is to fill the row beside the label takes this width.
     readonly property real contentWidth: width - place.x - Theme.rowPaddingHorizontal
@@ -19,7 +19,7 @@ Item {
     height: implicitHeight
 
     Hairline {
-        visible: !row.isFirst
+        visible: row.y > 0
         x: Theme.rowPaddingHorizontal
         width: parent.width - 2 * Theme.rowPaddingHorizontal
     }

@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // Text that can be marked and copied, by keyboard too.
 TextEdit {

@@ -1,4 +1,5 @@
 import QtQuick
+import Brenvale
 
 // An icon of the desktop's theme by its freedesktop name, in one colour.
 Image {
@@ -13,8 +14,6 @@ Image {
 
     width: size
     height: size
-    implicitWidth: size
-    implicitHeight: size
     sourceSize.width: size
     sourceSize.height: size
     source: name === "" ? "" : `image://symbol/${name}/${decoration}/${color}/${Desktop.iconThemeName}`

@@ -11,6 +11,7 @@ namespace brenvale {
 namespace {
 
 constexpr int defaultSize = 16;
+constexpr QStringView applicationIcon = u"application";
 
 /// The icon's shape in `area`: what is opaque is drawn.
 void drawShape(QPainter& painter, const QString& file, const QRectF& area) {
@@ -80,6 +81,10 @@ QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const Q
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF area(0, 0, side, side);
+    if (id == applicationIcon) {
+        drawShape(painter, QStringLiteral(":/org.brenvale.Brenvale.svg"), area);
+        return image;
+    }
     if (file.isEmpty() || parts.value(1) == QStringLiteral("circle")) {
         drawOnCircle(painter, file, area);
     } else if (parts.value(1) == QStringLiteral("slash")) {

@@ -6,7 +6,8 @@
 namespace brenvale {
 
 /// Draws icons of the desktop's theme, Breeze where it lacks one, in one colour. An image's id is
-/// "name/decoration/colour" and whatever follows; the decoration is "circle", "slash" or empty.
+/// "name/decoration/colour" and whatever follows; the decoration is "circle", "slash" or empty. The id
+/// "application" is the program's own icon as it is.
 class SymbolImageProvider final : public QQuickImageProvider {
 public:
     SymbolImageProvider();

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // A button with a border, or filled where it `isProminent`. `controlSize` is "small", "regular" or "large".
 T.AbstractButton {

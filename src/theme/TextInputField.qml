@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // One line of text to type into. `controlSize` is "small", "regular" or "large"; without a frame it stands in
 // one of somebody else's.

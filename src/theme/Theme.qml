@@ -1,6 +1,7 @@
 pragma Singleton
 
 import QtQuick
+import Brenvale
 
 // Sizes, colours and motion of everything in the window. Colours derive from the desktop's palette and the
 // type scale from its font, and follow both while the program runs.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Brenvale
 
 // What a control does, shown below it when the pointer has rested on it for a while.
 T.ToolTip {

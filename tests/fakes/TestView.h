@@ -28,7 +28,7 @@ struct TestView : TestServer {
         fake.internalNotifications.post(InternalNotifications::callHistoryUpdated, log);
     }
 
-    SettingsView view{fake.platform, *server, *store};
+    SettingsView view{fake.platform, main, *server, *store};
 };
 
 } // namespace brenvale

@@ -41,7 +41,7 @@ TEST_F(Status, ShowsWhoIsConnected) {
 TEST_F(Status, ShowsWhatTheStoreHeldBeforeTheWindow) {
     store->connectedRemoteIP.set(QStringLiteral("192.168.1.7"));
     store->batteryLevel.set(80);
-    const SettingsView later(fake.platform, *server, *store);
+    const SettingsView later(fake.platform, main, *server, *store);
     EXPECT_TRUE(later.isConnected());
     EXPECT_EQ(later.batteryText(), QStringLiteral("80%"));
 }
@@ -142,7 +142,7 @@ TEST_F(Port, AChangeByAnotherProcessIsAChange) {
 
 TEST_F(Port, TheQuestionForARestartIsNotStored) {
     view.commitPort(QStringLiteral("9000"));
-    const SettingsView afterRestart(fake.platform, *server, *store);
+    const SettingsView afterRestart(fake.platform, main, *server, *store);
     EXPECT_FALSE(afterRestart.serverRestartNeeded());
     EXPECT_EQ(afterRestart.portText(), QStringLiteral("9000"));
 }

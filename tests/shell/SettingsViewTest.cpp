@@ -69,7 +69,7 @@ TEST_F(Window, IgnoresLogsOfAnotherKind) {
 
 TEST_F(Window, MayGoBeforeWhatItObserves) {
     {
-        const SettingsView gone(fake.platform, *server, *store);
+        const SettingsView gone(fake.platform, main, *server, *store);
     }
     reportSms({{.address = QStringLiteral("1")}});
     store->availableSIMs.set({{.slot = 1}});
@@ -101,7 +101,7 @@ TEST_F(Tabs, TheChoiceIsStored) {
     view.setSelectedTab(SettingsView::SmsTab);
     EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
     EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), 2);
-    const SettingsView afterRestart(fake.platform, *server, *store);
+    const SettingsView afterRestart(fake.platform, main, *server, *store);
     EXPECT_EQ(afterRestart.selectedTab(), SettingsView::SmsTab);
 }
 

@@ -1,0 +1,75 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brenvale
+
+// What the phone forwarded, the newest on top.
+Item {
+    id: tab
+
+    required property SettingsView view
+    readonly property bool isEmpty: list.count === 0
+
+    EmptyState {
+        anchors.fill: parent
+        visible: tab.isEmpty
+        symbol: "notifications"
+        decoration: "slash"
+        title: "No notifications yet"
+        titleFont: Theme.title2Bold
+        titleColor: Theme.primary
+        description: "Notifications forwarded from your Android phone will appear here."
+    }
+    ScrollList {
+        id: list
+
+        anchors {
+            fill: parent
+            bottomMargin: footer.height
+        }
+        visible: !tab.isEmpty
+        topMargin: Theme.spacing
+        bottomMargin: Theme.spacing
+        helpText: "Notifications"
+        model: tab.view.items
+        delegate: NotificationRow {
+            view: tab.view
+        }
+    }
+    Item {
+        id: footer
+
+        anchors {
+            left: parent.left
+            right: parent.right
+            bottom: parent.bottom
+        }
+        height: clearButton.height + 2 * 8
+        visible: !tab.isEmpty
+
+        Hairline {
+            width: parent.width
+        }
+        Label {
+            x: 12
+            anchors.verticalCenter: parent.verticalCenter
+            text: tab.view.notificationCountText
+            font: Theme.caption
+            color: Theme.secondary
+        }
+        PlainButton {
+            id: clearButton
+
+            anchors {
+                right: parent.right
+                rightMargin: 12 - horizontalPadding
+                verticalCenter: parent.verticalCenter
+            }
+            text: "Clear All"
+            font: Theme.caption
+            color: Theme.readable(Theme.red)
+            enabled: !tab.isEmpty
+            onClicked: tab.view.clearNotifications()
+        }
+    }
+}

@@ -1,0 +1,48 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brenvale
+
+// What the phone put on the desktop's clipboard.
+Item {
+    id: tab
+
+    required property SettingsView view
+    readonly property bool isEmpty: list.count === 0
+
+    ListHeader {
+        id: header
+
+        width: parent.width
+        title: "Clipboard"
+        description: "Manage and sync clipboard content between your devices."
+        actionText: "Send Current Mac Clipboard"
+        actionSymbol: "document-send"
+        canClear: !tab.isEmpty
+        onActionTriggered: tab.view.sendCurrentClipboard()
+        onClearTriggered: tab.view.clearClipboard()
+    }
+    EmptyState {
+        anchors {
+            fill: parent
+            topMargin: header.height
+        }
+        visible: tab.isEmpty
+        symbol: "edit-paste"
+        title: "No received items yet"
+    }
+    ScrollList {
+        id: list
+
+        anchors {
+            fill: parent
+            topMargin: header.height
+        }
+        visible: !tab.isEmpty
+        helpText: "Clipboard history"
+        model: tab.view.clipboardHistory
+        delegate: ClipboardRow {
+            onCopyRequested: content => tab.view.copyText(content)
+        }
+    }
+}

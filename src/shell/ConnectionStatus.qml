@@ -1,0 +1,105 @@
+import QtQuick
+import Brenvale
+
+// Whether the phone is linked, and what it tells of itself.
+Item {
+    id: status
+
+    required property SettingsView view
+
+    implicitHeight: view.isConnected ? connected.implicitHeight : disconnected.implicitHeight
+
+    Item {
+        id: connected
+
+        anchors.fill: parent
+        visible: status.view.isConnected
+        implicitHeight: Math.max(mark.height, names.implicitHeight)
+
+        Symbol {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            name: "checkmark"
+            decoration: "circle"
+            color: Theme.green
+            size: 18
+        }
+        Column {
+            id: names
+
+            anchors {
+                left: mark.right
+                leftMargin: Theme.spacing
+                right: battery.left
+                rightMargin: Theme.spacing
+                verticalCenter: parent.verticalCenter
+            }
+            spacing: 2
+
+            Label {
+                visible: text !== ""
+                width: parent.width
+                text: status.view.deviceName
+                font: Theme.headline
+                elide: Text.ElideRight
+            }
+            Label {
+                width: parent.width
+                text: status.view.networkText
+                font: Theme.caption
+                color: Theme.secondary
+                elide: Text.ElideRight
+            }
+        }
+        Row {
+            id: battery
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: status.view.batteryText !== ""
+            width: visible ? implicitWidth : 0
+            spacing: 4
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: status.view.isCharging ? "battery-100-charging" : "battery-100"
+                color: status.view.isBatteryLow ? Theme.red : Theme.primary
+            }
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                text: status.view.batteryText
+                font: Theme.caption
+            }
+        }
+    }
+    Column {
+        id: disconnected
+
+        width: parent.width
+        visible: !status.view.isConnected
+        spacing: 4
+
+        Row {
+            spacing: 6
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "dialog-warning"
+                color: Theme.red
+            }
+            Label {
+                text: "Not Connected"
+                font: Theme.weighted(Theme.body, Font.Bold)
+                color: Theme.readable(Theme.red)
+            }
+        }
+        Label {
+            width: parent.width
+            text: "Download 'Brenvale Android' and enter this IP and Port in the app settings to link your devices."
+            font: Theme.caption
+            color: Theme.secondary
+            wrapMode: Text.Wrap
+        }
+    }
+}

@@ -1,0 +1,108 @@
+import QtQuick
+import Brenvale
+
+// Whether the phone is linked, where it finds this computer, and what the desktop allows.
+ScrollPage {
+    id: tab
+
+    required property SettingsView view
+
+    Component.onCompleted: view.settingsTabAppeared()
+
+    SectionCard {
+        header: "Server & Network"
+        footer: "Tip: For a permanent connection, reserve this IP address for your Mac in your router's DHCP settings. This prevents the address from changing and disconnecting your Android device."
+
+        SectionRow {
+            label: "Status"
+
+            ConnectionStatus {
+                width: parent.width
+                view: tab.view
+            }
+        }
+        SectionRow {
+            label: "Local IP"
+
+            Row {
+                anchors.right: parent.right
+                spacing: 4
+
+                SelectableText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: tab.view.localIP
+                    font: Theme.monospaced(Theme.body, Font.Bold)
+                    wrapMode: TextEdit.NoWrap
+                }
+                IconButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    symbol: "edit-copy"
+                    symbolSize: 14
+                    helpText: "Copy IP address"
+                    onClicked: tab.view.copyText(tab.view.localIP)
+                }
+            }
+        }
+        SectionRow {
+            label: "Port"
+
+            Row {
+                anchors.right: parent.right
+                spacing: 8
+
+                TextButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: tab.view.serverRestartNeeded
+                    text: "Restart"
+                    isProminent: true
+                    controlSize: "small"
+                    onClicked: tab.view.restartServer()
+                }
+                PortField {
+                    view: tab.view
+                }
+            }
+        }
+    }
+    SectionCard {
+        header: "Notifications"
+
+        SectionRow {
+            visible: tab.view.notifAuthStatus === 0
+
+            TextButton {
+                text: "Request Permission"
+                onClicked: tab.view.requestNotificationPermission()
+            }
+        }
+        SectionRow {
+            visible: tab.view.notifAuthStatus === 1
+
+            TextButton {
+                text: "Blocked - Open System Settings"
+                color: Theme.readable(Theme.red)
+                onClicked: tab.view.openNotificationSettings()
+            }
+        }
+        SectionRow {
+            visible: tab.view.notifAuthStatus >= 2 && tab.view.notifAuthStatus <= 4
+            label: "Enabled"
+            symbol: "notifications"
+            symbolColor: Theme.green
+        }
+    }
+    SectionCard {
+        header: "General"
+
+        SectionRow {
+            label: "Launch at login"
+
+            ToggleSwitch {
+                anchors.right: parent.right
+                helpText: "Launch at login"
+                checked: tab.view.launchAtLogin
+                onCheckedChanged: tab.view.launchAtLogin = checked
+            }
+        }
+    }
+}

@@ -1,0 +1,44 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brenvale
+
+// Files on their way in both directions.
+Item {
+    id: tab
+
+    required property SettingsView view
+
+    ListHeader {
+        id: header
+
+        width: parent.width
+        title: "File Drop"
+        description: "Easily move files between your Mac and Android. Received files are saved to your Downloads folder."
+        actionText: "Send Files..."
+        actionSymbol: "document-send"
+        canClear: list.count > 0
+        onActionTriggered: FilePicker.open()
+        onClearTriggered: tab.view.clearFileTransfers()
+    }
+    Connections {
+        target: FilePicker
+
+        function onPicked(files) {
+            tab.view.sendFiles(files);
+        }
+    }
+    ScrollList {
+        id: list
+
+        anchors {
+            fill: parent
+            topMargin: header.height
+        }
+        helpText: "File transfers"
+        model: tab.view.fileTransfers
+        delegate: FileTransferRow {
+            onFolderRequested: file => tab.view.showInFolder(file)
+        }
+    }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace brenvale {
+
+/// Stores a picture of every tab in every sample state, in the palette and the scale of this process, as
+/// FOLDER/TAB-STATE.png. False where a picture cannot be written.
+[[nodiscard]] bool takeScreenshots(const QString& folder);
+
+/// The palettes that pictures are taken in.
+void useLightPalette();
+void useDarkPalette();
+
+} // namespace brenvale
