@@ -11,6 +11,7 @@
 #include "records/Published.h"
 #include "records/SimInfo.h"
 #include "shell/PhoneStatus.h"
+#include "shell/Tab.h"
 
 #include <QObject>
 #include <QUrl>
@@ -100,18 +101,7 @@ class SettingsView final : public QObject {
 public:
     using Conversation = brenvale::Conversation;
 
-    /// The number of each tab, as the settings keep it; the sidebar has an order of its own.
-    enum Tab : int {
-        SettingsTab = 0,
-        NotificationsTab = 1,
-        SmsTab = 2,
-        InfoTab = 3,
-        CallTab = 4,
-        FileDropTab = 5,
-        ClipboardTab = 6,
-        RemoteTab = 7
-    };
-    Q_ENUM(Tab)
+    using enum Tab;
 
     /// All arguments must outlive the view.
     SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server, HistoryStore& history);
