@@ -100,7 +100,6 @@ class SettingsView final : public QObject {
 
 public:
     using Conversation = brenvale::Conversation;
-
     using enum Tab;
 
     /// All arguments must outlive the view.
@@ -214,7 +213,6 @@ public:
     }
 
     // notifications/NotificationsTab.cpp
-
     [[nodiscard]] NotifListModel* items() { return &items_; }
     [[nodiscard]] QString notificationCountText() const;
 
@@ -228,14 +226,12 @@ public:
     Q_INVOKABLE void clearNotifications();
 
     // shell/ClipboardTab.cpp
-
     [[nodiscard]] ClipboardListModel* clipboardHistory() { return &clipboardHistory_; }
     Q_INVOKABLE void clearClipboard();
     Q_INVOKABLE void sendCurrentClipboard();
     Q_INVOKABLE void copyText(const QString& text);
 
     // transfer/FileDropTab.cpp
-
     [[nodiscard]] FileTransferListModel* fileTransfers() { return &fileTransfers_; }
     Q_INVOKABLE void clearFileTransfers();
     Q_INVOKABLE void sendFiles(const QList<QUrl>& files);
