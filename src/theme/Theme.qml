@@ -62,6 +62,8 @@ QtObject {
     readonly property color pressed: withOpacity(palette.windowText, 0.1)
     readonly property color fieldBorder: withOpacity(palette.windowText, isHighContrast ? 1 : 0.2)
 
+    readonly property color white: "#ffffff"
+    readonly property color black: "#000000"
     readonly property color tint: palette.highlight
     readonly property color tintText: readable(tint)
     readonly property color textOnTint: textOn(tint)
@@ -139,10 +141,19 @@ QtObject {
         return result;
     }
 
+    // `shade` made dark enough for white to stand on it with the contrast `least`.
+    function underWhite(shade, least) {
+        let result = Qt.rgba(shade.r, shade.g, shade.b, 1);
+        for (let share = 0.04; share < 1 && contrast(white, result) < least; share += 0.04) {
+            result = mixed(shade, black, share);
+        }
+        return result;
+    }
+
     function textOn(background) {
         if (contrast(palette.highlightedText, background) >= 4.5) {
             return palette.highlightedText;
         }
-        return contrast("white", background) >= 3 ? "white" : "black";
+        return contrast(white, background) >= 3 ? white : black;
     }
 }
