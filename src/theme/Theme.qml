@@ -64,7 +64,11 @@ QtObject {
 
     readonly property color tint: palette.highlight
     readonly property color tintText: readable(tint)
-    readonly property color textOnTint: textOn(tint)
+    readonly property color textOnTint: contrast(palette.highlightedText, tint) >= 3 ? palette.highlightedText
+                                      : contrast(Qt.rgba(1, 1, 1, 1), tint) >= 3 ? "white" : "black"
+
+    // The tint below text, so much stronger that the text can be read.
+    readonly property color tintFill: strengthened(tint, textOnTint)
     readonly property color blue: isDark ? "#3d8bff" : "#0a6cff"
     readonly property color green: isDark ? "#32c759" : "#1f9d3f"
     readonly property color red: isDark ? "#ff5147" : "#d92b20"
@@ -139,10 +143,13 @@ QtObject {
         return result;
     }
 
-    function textOn(background) {
-        if (contrast(palette.highlightedText, background) >= 4.5) {
-            return palette.highlightedText;
+    // `fill` moved away from the colour of the text on it until that can be read.
+    function strengthened(fill, text) {
+        const far = luminance(text) > 0.5 ? Qt.rgba(0, 0, 0, 1) : Qt.rgba(1, 1, 1, 1);
+        let result = fill;
+        for (let share = 0.02; share <= 1 && contrast(text, result) < 4.5; share += 0.02) {
+            result = mixed(fill, far, share);
         }
-        return contrast("white", background) >= 3 ? "white" : "black";
+        return result;
     }
 }
