@@ -8,6 +8,7 @@
 #include "platform/linux/ProcessSetup.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
+#include "shell/SettingsView.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -51,6 +52,7 @@ int main(int argc, char* argv[]) {
     setUpProcess();
     const auto display = chooseDisplay();
     const QApplication application(argc, argv);
+    restoreEnvironment(display);
     QApplication::setApplicationName(QStringLiteral("brenvale"));
     QApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
     QApplication::setApplicationVersion(QStringLiteral(BRENVALE_VERSION));
@@ -84,6 +86,8 @@ int main(int argc, char* argv[]) {
         delegate.applicationDidFinishLaunching();
         delegate.handleSendToAndroidService(files);
     });
+    const int status = QApplication::exec();
+    DBusApplication::release();
     // The system tears everything down: a step on the link's queue may take as long as it likes.
-    std::_Exit(QApplication::exec());
+    std::_Exit(status);
 }

@@ -8,7 +8,7 @@ import Brenvale
 T.AbstractButton {
     id: control
 
-    readonly property color green: Theme.underWhite(Theme.green, 3)
+    readonly property color green: Theme.strengthened(Theme.green, Theme.white, 3)
 
     implicitWidth: 72
     implicitHeight: 72

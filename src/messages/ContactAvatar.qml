@@ -41,6 +41,6 @@ Item {
         while (share < 1 && Theme.contrast(Theme.white, Theme.mixed(Theme.windowBackground, full, share)) < 4.5) {
             share += 0.05;
         }
-        return Theme.underWhite(Theme.mixed(Theme.windowBackground, full, Math.min(share, 1)), 4.5);
+        return Theme.strengthened(Theme.mixed(Theme.windowBackground, full, Math.min(share, 1)), Theme.white);
     }
 }

@@ -5,6 +5,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <utility>
 
 namespace brenvale {
 
@@ -43,7 +44,7 @@ void bringIntoOrder(Conversation& thread, const QList<SmsRecord>& log) {
     };
     // Of several newest messages the first in the log gives the address, the last one is shown.
     thread.displayAddress = log[*std::ranges::max_element(thread.messages, {}, date)].address;
-    std::ranges::stable_sort(thread.messages, {}, date);
+    std::ranges::sort(thread.messages, {}, [&date](int place) { return std::pair(date(place), place); });
     thread.lastMessage = log[thread.messages.last()];
 }
 
@@ -54,8 +55,9 @@ QList<Conversation> conversationsOf(const QList<SmsRecord>& log) {
     for (auto& thread : threads) {
         bringIntoOrder(thread, log);
     }
-    std::ranges::stable_sort(threads, std::ranges::greater{},
-                             [](const Conversation& thread) { return thread.lastMessage.date; });
+    std::ranges::sort(threads, {}, [](const Conversation& thread) {
+        return std::pair(-thread.lastMessage.date, thread.messages.last());
+    });
     return threads;
 }
 

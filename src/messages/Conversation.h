@@ -18,7 +18,7 @@ struct Conversation {
 };
 
 /// The threads of an SMS log, the one with the newest message first. Records of one date keep the log's
-/// order, threads of one date that of their first records. Pure.
+/// order, and so do threads whose newest messages are of one date. Pure.
 [[nodiscard]] QList<Conversation> conversationsOf(const QList<SmsRecord>& log);
 
 } // namespace brenvale

@@ -2,6 +2,7 @@
 
 #include "messages/Addresses.h"
 #include "messages/ContactNames.h"
+#include "messages/LowerCase.h"
 
 #include <algorithm>
 
@@ -69,7 +70,7 @@ bool Conversations::holds(int place, const QString& sought, const ContactNames& 
     if (bodies.isEmpty()) {
         bodies.reserve(conversation.messages.size());
         for (const int message : conversation.messages) {
-            bodies.append(log_[message].body.toLower());
+            bodies.append(lowerCase(log_[message].body));
         }
     }
     return std::ranges::any_of(bodies, [&sought](const QString& body) { return body.contains(sought); });

@@ -34,7 +34,7 @@ public:
 
 private:
     void rebuild();
-    [[nodiscard]] bool holds(int conversation, const QString& query, const ContactNames& names);
+    [[nodiscard]] bool holds(int place, const QString& sought, const ContactNames& names);
 
     QList<SmsRecord> log_;
     QList<Conversation> conversations_;

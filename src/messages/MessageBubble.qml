@@ -12,7 +12,7 @@ Item {
     required property bool isSent
     property bool isCurrent: false
     property bool showsAll: false
-    readonly property color bubbleColor: isSent ? Theme.underWhite(Theme.blue, 4.5) : Theme.controlBackground
+    readonly property color bubbleColor: isSent ? Theme.strengthened(Theme.blue, Theme.white) : Theme.controlBackground
     readonly property color textColor: isSent ? Theme.white : Theme.primary
     readonly property real mostTextWidth: Math.min(0.82 * (width - 2 * 12), 640) - 2 * 12
 

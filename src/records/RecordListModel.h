@@ -41,10 +41,10 @@ protected:
         if (numberOfRuns(places, next.size()) > mostRuns) {
             reset(next);
         } else {
-            removeRowsWithoutPlace(places);
+            removeGone(places);
             const auto kept = keptIn(next, places);
-            insertRows(next, kept);
-            changeRows(next, kept);
+            insertMissing(next, kept);
+            changeKept(next, kept);
         }
         tellCount(countBefore);
     }
@@ -107,7 +107,7 @@ private:
         return runs + (last + 1 < nextCount ? 1 : 0);
     }
 
-    void removeRowsWithoutPlace(const std::vector<int>& places) {
+    void removeGone(const std::vector<int>& places) {
         const auto isGone = [&places](int row) {
             return places[static_cast<std::size_t>(row)] == gone;
         };
@@ -136,7 +136,7 @@ private:
         return kept;
     }
 
-    void insertRows(const QList<Record>& next, const std::vector<bool>& kept) {
+    void insertMissing(const QList<Record>& next, const std::vector<bool>& kept) {
         forEachRun(
             kept.size(), [&kept](std::size_t row) { return !kept[row]; },
             [this, &next](int first, int end) {
@@ -147,7 +147,7 @@ private:
             });
     }
 
-    void changeRows(const QList<Record>& next, const std::vector<bool>& kept) {
+    void changeKept(const QList<Record>& next, const std::vector<bool>& kept) {
         std::vector<bool> isChanged(kept.size());
         for (std::size_t row = 0; row < kept.size(); ++row) {
             const auto place = static_cast<qsizetype>(row);

@@ -98,7 +98,7 @@ T.ComboBox {
         }
         background: Rectangle {
             radius: Theme.controlRadius - 2
-            color: entry.highlighted ? Theme.tint : "transparent"
+            color: entry.highlighted ? Theme.tintFill : "transparent"
         }
     }
     popup: T.Popup {

@@ -68,7 +68,7 @@ Rectangle {
             }
             background: Rectangle {
                 radius: Theme.controlRadius
-                color: segment.isSelected ? Theme.tint : segment.down ? Theme.pressed
+                color: segment.isSelected ? Theme.tintFill : segment.down ? Theme.pressed
                      : segment.hovered ? Theme.hover : "transparent"
             }
         }

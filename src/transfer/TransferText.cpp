@@ -35,7 +35,7 @@ QString byteCountText(qint64 bytes) {
     if (std::abs(bytes) < 1000) {
         return locale.toString(bytes) + (bytes == 1 ? QStringLiteral(" byte") : QStringLiteral(" bytes"));
     }
-    double value = static_cast<double>(bytes);
+    auto value = static_cast<double>(bytes);
     std::size_t unit = 0;
     for (value /= 1000; unit + 1 < units.size() && std::abs(rounded(value, units[unit].mostDecimals)) >= 1000;
          ++unit) {

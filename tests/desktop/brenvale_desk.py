@@ -169,9 +169,10 @@ class Recorder:
 class DeskTest(unittest.TestCase):
     """A test with a desktop of its own; tests of the link alone do without a display."""
     display = True
+    bus = True
 
     def setUp(self):
-        self.desk = Desk(display=self.display)
+        self.desk = Desk(display=self.display, bus=self.bus)
         self.addCleanup(self.desk.close)
 
     def start(self, **options):

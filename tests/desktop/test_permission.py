@@ -69,7 +69,7 @@ class SwitchTest(PermissionTest):
 
     def setUp(self):
         super().setUp()
-        Recorder(self.desk)
+        self.recorder = Recorder(self.desk)
 
     def gnome(self, enable, desktop='ubuntu:GNOME'):
         group = 'org/gnome/desktop/notifications/application/org-brenvale-brenvale'
@@ -98,6 +98,12 @@ class SwitchTest(PermissionTest):
 
     def test_the_switch_of_another_desktop_does_not_count(self):
         self.assert_no_alert(self.gnome('false', desktop='sway'))
+
+    def test_a_server_that_comes_late_does_not_override_the_switch(self):
+        self.desk.stop(self.recorder.process)
+        self.plasma('[Applications][org.brenvale.Brenvale]\nShowPopups=false\n')
+        Recorder(self.desk)
+        self.wait_for_alert()
 
     def test_it_is_told_at_every_start(self):
         for _ in range(2):

@@ -20,6 +20,7 @@ def hold(port, family=socket.AF_INET, address='0.0.0.0'):
 
 class PortTest(DeskTest):
     display = False
+    bus = False  # on one bus there is one program
 
     def assert_serves(self, program):
         for host in ('127.0.0.1', '::1'):
@@ -67,7 +68,6 @@ class PortTest(DeskTest):
         for name, _, program in waiting:
             with self.subTest(name):
                 self.assert_serves(program.wait_listening())
-                self.assertEqual(program.error_text(), '')
 
     def test_port_is_free_at_once_after_a_stop(self):
         program = self.start()
@@ -86,7 +86,7 @@ class PortTest(DeskTest):
         third = self.start()  # by now the second has had its try
         for _ in range(20):
             self.connect(first).ping()
-        self.assertEqual(second.lines(), [])
+        self.assertEqual(second.matching(r'\[WebSocketServer\].*'), [])
         third.stop()
 
 

@@ -1,6 +1,6 @@
 """Answering a notification: in the notification where the server has a field for it, else in a window of our own."""
 import json
-import time
+import signal
 import unittest
 
 from brenvale_desk import DeskTest, Recorder, main, wait_until
@@ -80,11 +80,36 @@ class InlineReplyTest(RepliesTest):
         self.assertEqual(self.sent(), [])
 
 
+class RestartedServerTest(RepliesTest):
+    def test_the_window_of_a_number_given_twice_belongs_to_its_own_notification(self):
+        windows = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Reply$', check=False).split()
+        for key in ('ann', 'bob'):
+            call = self.post(key=key, body=f'from {key}')
+            self.assertEqual(call['id'], 1)
+            self.recorder.control('Click', 1, 'REPLY_ACTION')
+            if key == 'ann':
+                ann, = wait_until(windows, 'the window')
+                self.recorder.stop()
+                self.recorder.start(caps=self.capabilities)
+                self.program.wait_at_rest()
+        bob, = wait_until(lambda: set(windows()) - {ann}, 'the other window')
+        wait_until(lambda: self.desk.run('xdotool', 'getwindowfocus', check=False).strip() == bob, 'the focus')
+        self.desk.run('xdotool', 'type', '--delay', '20', 'hi')
+        self.desk.run('xdotool', 'key', 'Return')
+        self.assertEqual(self.wait_for_reply(), {'action': 'reply', 'key': 'bob', 'message': 'hi'})
+
+
 class NoActionsTest(RepliesTest):
     capabilities = 'body'
-    display = False
 
     def test_a_server_without_actions_gets_none(self):
+        self.assertEqual(self.post()['actions'], [])
+
+
+class NoDisplayTest(RepliesTest):
+    display = False
+
+    def test_a_window_that_nobody_would_see_is_not_offered(self):
         self.assertEqual(self.post()['actions'], [])
 
 
@@ -118,6 +143,15 @@ class ReplyWindowTest(RepliesTest):
         self.press('Return')
         self.assertEqual(self.wait_for_reply(), {'action': 'reply', 'key': 'k1', 'message': 'On my way'})
         wait_until(lambda: not self.windows(), 'the window to close')
+
+    def test_return_that_is_pressed_again_sends_once(self):
+        self.open_window()
+        self.program.process.send_signal(signal.SIGSTOP)
+        self.press('a', 'Return', 'Return', 'Return')
+        self.program.process.send_signal(signal.SIGCONT)
+        self.assertEqual(self.wait_for_reply()['message'], 'a')
+        self.program.wait_at_rest()
+        self.assertEqual(self.sent(), [])
 
     def test_escape_closes_and_sends_nothing(self):
         self.open_window()

@@ -32,8 +32,13 @@ class FakeAccessibilityTrust final : public AccessibilityTrust {
 public:
     [[nodiscard]] bool isProcessTrusted(bool prompt) override {
         prompts += prompt ? 1 : 0;
+        if (asked) {
+            asked();
+        }
         return isTrusted;
     }
+
+    std::function<void()> asked; ///< looks at what the world was like then
 
     bool isTrusted = false;
     int prompts = 0;
@@ -126,7 +131,12 @@ private:
 
 class FakeStatusItem final : public StatusItem {
 public:
-    void setMenu(std::vector<MenuItem> next) override { rows = std::move(next); }
+    void setMenu(std::vector<MenuItem> next) override {
+        rows = std::move(next);
+        if (menuSet) {
+            menuSet();
+        }
+    }
     void setTitle(int tag, const QString& title) override {
         const auto row = std::ranges::find(rows, tag, &MenuItem::tag);
         if (row != rows.end()) {
@@ -143,6 +153,7 @@ public:
     }
 
     std::vector<MenuItem> rows;
+    std::function<void()> menuSet; ///< looks at what the world was like then
 };
 
 class FakeSystemSettings final : public SystemSettings {

@@ -131,7 +131,13 @@ TEST_F(CallsTab, ANameThatTheLogBringsIsShownEverywhere) {
     reportSms({{.address = QStringLiteral("1"), .date = 1}});
     store->add({.id = QUuid::createUuid(), .title = QStringLiteral("1")});
     view.openConversation(QStringLiteral("1"));
+    std::vector<std::string> conversationChanges;
+    std::vector<std::string> notificationChanges;
+    recordChanges(*view.filteredConversations(), conversationChanges);
+    recordChanges(*view.items(), notificationChanges);
     reportCalls({{.number = QStringLiteral("1"), .name = QStringLiteral("Ann")}});
+    EXPECT_THAT(conversationChanges, ElementsAre("change 0-0"));
+    EXPECT_THAT(notificationChanges, ElementsAre("change 0-0"));
     EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::ShownNameRole),
                 ElementsAre("Ann"));
     EXPECT_THAT(column(*view.items(), NotifListModel::ShownTitleRole), ElementsAre("Ann"));

@@ -275,7 +275,7 @@ TEST_F(Sims, AnEmptyListLeavesTheSelection) {
 
 TEST_F(Sims, ThoseThatWereThereBeforeTheWindowAreNoChange) {
     store->availableSIMs.set({{.slot = 3, .carrier = QStringLiteral("A")}});
-    SettingsView later(fake.platform, main, *server, *store);
+    const SettingsView later(fake.platform, main, *server, *store);
     EXPECT_EQ(later.selectedSimSlot(), 0);
     EXPECT_THAT(later.simCarriers(), ElementsAre("A"));
 }

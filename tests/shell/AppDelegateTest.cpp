@@ -41,6 +41,26 @@ TEST(AppDelegate, LaunchAsksForAccessibilityOnceAndDoesNotMindTheAnswer) {
     EXPECT_EQ(test.transport.ports.size(), 1U);
 }
 
+TEST(AppDelegate, LaunchGoesFromTheNotificationsByTheQuestionAndTheMenuToTheServer) {
+    TestDelegate test;
+    test.server->historyStore = {};
+    QStringList steps;
+    test.fake.accessibilityTrust.asked = [&] {
+        EXPECT_EQ(test.fake.userNotificationCenter.categories.size(), 1);
+        EXPECT_TRUE(test.fake.statusItem.rows.empty());
+        steps.append(QStringLiteral("question"));
+    };
+    test.fake.statusItem.menuSet = [&] {
+        EXPECT_FALSE(test.server->onStatusChange);
+        EXPECT_TRUE(test.server->historyStore.expired());
+        EXPECT_TRUE(test.transport.ports.empty());
+        steps.append(QStringLiteral("menu"));
+    };
+    test.server->onStatusChange = {};
+    test.delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(steps, QStringList({"question", "menu"}));
+}
+
 TEST(AppDelegate, AServerThatCannotListenDoesNotStopTheLaunch) {
     TestDelegate test;
     test.transport.error = QStringLiteral("Too many open files");

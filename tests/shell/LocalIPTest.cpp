@@ -1,5 +1,6 @@
 #include "shell/LocalIP.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 
@@ -16,6 +17,11 @@ using namespace brenvale;
 namespace {
 
 constexpr unsigned up = IFF_UP | IFF_RUNNING;
+
+bool hasCarrier(const QString& adapter) {
+    QFile carrier(QStringLiteral("/sys/class/net/%1/carrier").arg(adapter));
+    return carrier.open(QIODevice::ReadOnly) && carrier.readAll().startsWith('1');
+}
 
 /// A list as getifaddrs gives it.
 class Interfaces {
@@ -99,7 +105,9 @@ TEST(LocalIP, TheRealAdaptersAgreeWithTheSystemsOwnTool) {
     for (const auto& line :
          QString::fromUtf8(tool.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)) {
         const auto words = line.simplified().split(u' ');
-        if (words[1].startsWith(u"en") || words[1].startsWith(u"eth") || words[1].startsWith(u"wl")) {
+        const bool isAdapter =
+            words[1].startsWith(u"en") || words[1].startsWith(u"eth") || words[1].startsWith(u"wl");
+        if (isAdapter && hasCarrier(words[1])) {
             expected.append(words[3].section(u'/', 0, 0));
         }
     }

@@ -1,4 +1,5 @@
 #include "transfer/Base64.h"
+#include "transfer/PlainBase64.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ using namespace brenvale;
 
 namespace {
 
-constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::string_view alphabet = base64Alphabet;
 constexpr std::string_view canary = "nobody may write here";
 
 using Decoded = std::optional<std::string>;
@@ -24,36 +25,6 @@ std::vector<Base64Way> ways() {
         all.push_back(fastestBase64Way());
     }
     return all;
-}
-
-/// The rules as they read, one character at a time.
-Decoded plainlyDecoded(std::string_view text) {
-    std::size_t characters = 0;
-    std::size_t pads = 0;
-    std::string bytes;
-    unsigned bits = 0;
-    int bitCount = 0;
-    for (const char character : text) {
-        if (character == '=') {
-            ++pads;
-            continue;
-        }
-        const auto value = alphabet.find(character);
-        if (value == std::string_view::npos) {
-            continue;
-        }
-        if (pads > 0) {
-            return std::nullopt;
-        }
-        ++characters;
-        bits = bits << 6 | static_cast<unsigned>(value);
-        bitCount += 6;
-        if (bitCount >= 8) {
-            bitCount -= 8;
-            bytes += static_cast<char>(bits >> bitCount & 0xff);
-        }
-    }
-    return (characters + pads) % 4 == 0 ? Decoded(bytes) : std::nullopt;
 }
 
 /// Keeps the text in memory of exactly its size, so that the address sanitizer sees a read beyond it.

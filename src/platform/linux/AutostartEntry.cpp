@@ -1,10 +1,11 @@
 #include "platform/linux/AutostartEntry.h"
 
+#include "platform/linux/KeyFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QSettings>
 #include <QStandardPaths>
 
 #include <cerrno>
@@ -42,19 +43,26 @@ QString execWord(const QString& path) {
         if (character == u'%') {
             word += u'%';
         }
-        word += character;
+        if (character == u'\n' || character == u'\t') {
+            word += character == u'\n' ? QStringLiteral("\\n") : QStringLiteral("\\t");
+        } else {
+            word += character;
+        }
     }
     return word + u'"';
 }
 
 bool AutostartEntry::isEnabled() const {
-    const auto path = entryPath();
-    if (!QFileInfo::exists(path)) {
+    QFile file(entryPath());
+    if (!file.open(QIODevice::ReadOnly)) {
         return false;
     }
-    const QSettings entry(path, QSettings::IniFormat);
-    return !entry.value(QStringLiteral("Desktop Entry/Hidden"), false).toBool() &&
-           entry.value(QStringLiteral("Desktop Entry/X-GNOME-Autostart-enabled"), true).toBool();
+    const auto text = file.readAll();
+    const auto has = [&text](const QByteArray& key, const QByteArray& value) {
+        return keyFileValue(text, "[Desktop Entry]", key) == value;
+    };
+    return keyFileValue(text, "[Desktop Entry]", "Exec") && !has("Hidden", "true") &&
+           !has("X-GNOME-Autostart-enabled", "false") && !has("X-MATE-Autostart-enabled", "false");
 }
 
 std::expected<void, QString> AutostartEntry::registerItem() {

@@ -1,5 +1,7 @@
 #include "platform/linux/DBusApplication.h"
 
+#include "platform/linux/ActivationToken.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -13,12 +15,8 @@ const QString path = QStringLiteral("/org/brenvale/Brenvale");
 const QString interface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerMilliseconds = 5000;
 
-/// The right to take the focus, which the asking program got from the user's click.
-void takeActivationToken(const QVariantMap& platformData) {
-    const auto token = platformData.value(QStringLiteral("activation-token"));
-    if (token.isValid()) {
-        qputenv("XDG_ACTIVATION_TOKEN", token.toString().toUtf8()); // where Qt looks for it
-    }
+QString activationToken(const QVariantMap& platformData) {
+    return platformData.value(QStringLiteral("activation-token")).toString();
 }
 
 QVariantMap ownPlatformData() {
@@ -39,6 +37,14 @@ bool DBusApplication::claim() {
     return !reply.isValid() || reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
+void DBusApplication::release() {
+    auto bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) {
+        bus.interface()->setTimeout(answerMilliseconds);
+        bus.interface()->unregisterService(service); // its answer comes behind all that was sent before
+    }
+}
+
 bool DBusApplication::handOver(const QList<QUrl>& urls) {
     const bool opens = !urls.isEmpty();
     auto message = QDBusMessage::createMethodCall(
@@ -52,18 +58,18 @@ bool DBusApplication::handOver(const QList<QUrl>& urls) {
 }
 
 void DBusApplication::Activate(const QVariantMap& platformData) {
-    takeActivationToken(platformData);
+    const ActivationToken token(activationToken(platformData));
     activate();
 }
 
 void DBusApplication::Open(const QStringList& uris, const QVariantMap& platformData) {
-    takeActivationToken(platformData);
+    const ActivationToken token(activationToken(platformData));
     open(QUrl::fromStringList(uris));
 }
 
 void DBusApplication::ActivateAction(const QString& name, const QVariantList& /*parameters*/,
                                      const QVariantMap& platformData) {
-    takeActivationToken(platformData);
+    const ActivationToken token(activationToken(platformData));
     activateAction(name);
 }
 

@@ -26,6 +26,9 @@ public:
     /// Takes the name; false where another process has it. Without a bus there is nobody to share with.
     [[nodiscard]] bool claim();
 
+    /// Gives the name back; whoever waits for an answer has it by then.
+    static void release();
+
     /// Asks the process that has the name to open `urls`, or to come up where there are none. False where it
     /// does not answer within some seconds.
     [[nodiscard]] static bool handOver(const QList<QUrl>& urls);

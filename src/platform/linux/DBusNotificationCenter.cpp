@@ -1,6 +1,7 @@
 #include "platform/linux/DBusNotificationCenter.h"
 
 #include "platform/DispatchQueue.h"
+#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/NotificationText.h"
 #include "platform/linux/NotifyCall.h"
 
@@ -9,6 +10,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <chrono>
@@ -159,6 +161,9 @@ void DBusNotificationCenter::readCapabilities() {
         const bool hasAnswered = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty();
         const auto list = hasAnswered ? answer.arguments().constFirst().toStringList() : QStringList();
         capabilities_ = QSet<QString>(list.begin(), list.end());
+        if (QGuiApplication::platformName() == u"offscreen") {
+            capabilities_->remove(QStringLiteral("actions")); // nobody would see what they open
+        }
         areCapabilitiesGuessed_ = !hasAnswered;
     });
 }
@@ -166,7 +171,8 @@ void DBusNotificationCenter::readCapabilities() {
 QDBusMessage DBusNotificationCenter::notifyMessage(const NotificationRequest& request) const {
     const auto& content = request.content;
     const auto call = notifyCall(content, replies_.category(content.categoryIdentifier),
-                                 capabilities_.value_or(QSet<QString>()));
+                                 capabilities_.value_or(QSet<QString>()),
+                                 currentDesktop().contains(QStringLiteral("GNOME")));
     auto message = methodCall(QStringLiteral("Notify"));
     message << QStringLiteral("Brenvale") << shown_.serverId(request.identifier) << QStringLiteral("phone")
             << notificationSummary(content) << call.body << call.actions << call.hints << -1;

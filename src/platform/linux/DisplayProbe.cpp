@@ -43,7 +43,18 @@ void globalAnnounced(void* data, wl_registry* /*registry*/, std::uint32_t /*name
 
 void globalRemoved(void* /*data*/, wl_registry* /*registry*/, std::uint32_t /*name*/) {}
 
+/// A compositor of another login of the same user is none of ours.
+bool isWaylandSession() {
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
+
 Answer askWayland() {
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_SOCKET")) {
+        return {.isAlive = true}; // a connection that somebody made for us, good for one use
+    }
+    if (!isWaylandSession()) {
+        return {};
+    }
     wl_log_set_handler_client(discard); // that there is no Wayland is nothing to complain about
     auto* display = wl_display_connect(nullptr);
     if (display == nullptr) {
@@ -88,7 +99,8 @@ Answer answerInTime(Answer (*ask)()) {
 } // namespace
 
 Display chooseDisplay() {
-    QByteArrayList platforms = qgetenv(platformVariable).split(';');
+    const auto chosen = qgetenv(platformVariable);
+    auto platforms = chosen.split(';');
     platforms << "wayland" << "xcb" << "offscreen";
     const auto wayland = answerInTime(askWayland);
     const auto x11 = answerInTime(askX11);
@@ -97,13 +109,20 @@ Display chooseDisplay() {
                (platform.startsWith("xcb") && !x11.isAlive);
     });
     qputenv(platformVariable, platforms.join(';'));
-    if (platforms.constFirst().startsWith("wayland")) {
-        return {.kind = Display::Kind::wayland, .takesEvents = wayland.takesEvents};
+    if (wayland.isAlive) { // its X11 display reaches X11 programs alone
+        return {.kind = Display::Kind::wayland, .takesEvents = wayland.takesEvents, .userChoice = chosen};
     }
-    if (platforms.constFirst().startsWith("xcb")) {
-        return {.kind = Display::Kind::x11, .takesEvents = x11.takesEvents};
+    return {.kind = x11.isAlive ? Display::Kind::x11 : Display::Kind::none,
+            .takesEvents = x11.takesEvents,
+            .userChoice = chosen};
+}
+
+void restoreEnvironment(const Display& display) {
+    if (display.userChoice.isEmpty()) {
+        qunsetenv(platformVariable);
+    } else {
+        qputenv(platformVariable, display.userChoice);
     }
-    return {};
 }
 
 } // namespace brenvale

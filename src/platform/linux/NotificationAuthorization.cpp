@@ -41,10 +41,19 @@ public:
         : QObject(parent), answer_(std::move(answer)) {
         auto* watcher = new QDBusServiceWatcher(notifications, QDBusConnection::sessionBus(),
                                                 QDBusServiceWatcher::WatchForRegistration, this);
-        connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { finish(true); });
+        connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { serverCame(); });
         QTimer::singleShot(serverPatience, this, [this] { finish(false); });
     }
 
+    void serverCame() {
+        NotificationSwitch::isOff([wait = QPointer<ServerWait>(this)](bool isOff) {
+            if (wait) {
+                wait->finish(!isOff);
+            }
+        });
+    }
+
+private:
     void finish(bool isGranted) {
         if (answer_) {
             std::exchange(answer_, {})(isGranted, {});
@@ -52,7 +61,6 @@ public:
         }
     }
 
-private:
     NotificationAuthorization::AuthorizationAnswer answer_;
 };
 
@@ -79,7 +87,7 @@ void NotificationAuthorization::request(AuthorizationAnswer answer) {
     auto* wait = new ServerWait(std::move(answer), this);
     askForServer([wait = QPointer<ServerWait>(wait)](bool isThere) {
         if (isThere && wait) {
-            wait->finish(true); // it came just before the wait began
+            wait->serverCame(); // it came just before the wait began
         }
     });
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/NotificationReplies.h"
 
+#include "platform/linux/ActivationToken.h"
+
 #include <QDBusConnection>
 
 #include <algorithm>
@@ -40,7 +42,7 @@ void NotificationReplies::actionInvoked(uint serverId, const QString& action) {
     const auto invoked =
         std::ranges::find(offered->actions, action, &TextInputNotificationAction::identifier);
     if (invoked != offered->actions.end()) {
-        openReplyWindow(serverId, *notification, *invoked);
+        openReplyWindow(*notification, *invoked);
     }
 }
 
@@ -54,20 +56,27 @@ void NotificationReplies::notificationReplied(uint serverId, const QString& text
 
 void NotificationReplies::activationToken(uint serverId, const QString& token) {
     if (shown_.find(serverId) != nullptr) {
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where Qt looks for it when it activates a window
+        activationToken_ = token;
     }
 }
 
-void NotificationReplies::openReplyWindow(uint serverId, const ShownNotifications::Notification& notification,
+void NotificationReplies::openReplyWindow(const ShownNotifications::Notification& notification,
                                           const TextInputNotificationAction& action) {
-    auto& window = windows_[serverId];
-    if (!window) {
-        const auto send = [this, identifier = notification.identifier, action](const QString& text) {
+    const auto identifier = notification.identifier;
+    auto& window = windows_[identifier];
+    if (!window || !window->isVisible()) { // one that was just closed goes by itself
+        const auto send = [this, identifier, action](const QString& text) {
             reply(identifier, action, text);
         };
-        window = new ReplyWindow(action, notification.content, send); // it deletes itself
-        connect(window, &QObject::destroyed, this, [this, serverId] { windows_.remove(serverId); });
+        window = new ReplyWindow(action, notification.content, send);
+        connect(window, &QObject::destroyed, this, [this, identifier] {
+            if (const auto found = windows_.constFind(identifier);
+                found != windows_.cend() && found->isNull()) {
+                windows_.erase(found);
+            }
+        });
     }
+    const ActivationToken token(std::exchange(activationToken_, {}));
     window->present();
 }
 

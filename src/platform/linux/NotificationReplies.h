@@ -33,14 +33,15 @@ private slots:
     void activationToken(uint serverId, const QString& token);
 
 private:
-    void openReplyWindow(uint serverId, const ShownNotifications::Notification& notification,
+    void openReplyWindow(const ShownNotifications::Notification& notification,
                          const TextInputNotificationAction& action);
     void reply(const QString& identifier, const TextInputNotificationAction& action, const QString& text);
 
     const ShownNotifications& shown_;
     UserNotificationCenterDelegate* delegate_ = nullptr;
     QList<NotificationCategory> categories_;
-    QHash<uint, QPointer<ReplyWindow>> windows_; ///< those that are open, by the server's number
+    QHash<QString, QPointer<ReplyWindow>> windows_; ///< those that are open, by the request
+    QString activationToken_;                       ///< for the next window: the right to take the focus
 };
 
 } // namespace brenvale

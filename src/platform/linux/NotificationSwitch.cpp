@@ -1,6 +1,7 @@
 #include "platform/linux/NotificationSwitch.h"
 
 #include "platform/linux/CurrentDesktop.h"
+#include "platform/linux/KeyFile.h"
 
 #include <QFile>
 #include <QProcess>
@@ -60,16 +61,8 @@ void askGnome(Answer answer) {
 } // namespace
 
 std::optional<bool> plasmaSwitchesOff(const QByteArray& settings, const QByteArray& application) {
-    bool isInGroup = false;
-    for (const auto& line : settings.split('\n')) {
-        const auto text = line.trimmed();
-        if (text.startsWith('[')) {
-            isInGroup = text == "[Applications][" + application + "]";
-        } else if (isInGroup && text.startsWith("ShowPopups=")) {
-            return text.mid(text.indexOf('=') + 1).trimmed().toLower() == "false";
-        }
-    }
-    return {};
+    const auto value = keyFileValue(settings, "[Applications][" + application + "]", "ShowPopups");
+    return value ? std::optional(value->toLower() == "false") : std::nullopt;
 }
 
 void NotificationSwitch::isOff(std::function<void(bool isOff)> answer) {

@@ -18,8 +18,9 @@ struct NotifyCall {
 /// The server's own field for an answer, where it has the capability of that name.
 inline const QString inlineReplyAction = QStringLiteral("inline-reply");
 
-/// `category` is that of the content, or null where it names none that is registered.
+/// `category` is that of the content, or null where it names none that is registered. A desktop that
+/// `opensProgramByItself` does so at a click on a notification that has no action for that, as GNOME does.
 [[nodiscard]] NotifyCall notifyCall(const NotificationContent& content, const NotificationCategory* category,
-                                    const QSet<QString>& capabilities);
+                                    const QSet<QString>& capabilities, bool opensProgramByItself = false);
 
 } // namespace brenvale

@@ -5,6 +5,7 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QUuid>
 
 namespace brenvale {
@@ -26,6 +27,9 @@ void PortalRequest::call(const QString& interface, const QString& method, const 
                          QVariantMap options, Answered answered) {
     auto* request = new PortalRequest(std::move(answered)); // NOLINT: it deletes itself
     const auto token = QStringLiteral("brenvale_") + QUuid::createUuid().toString(QUuid::Id128);
+    auto* service = new QDBusServiceWatcher(portal, QDBusConnection::sessionBus(),
+                                            QDBusServiceWatcher::WatchForUnregistration, request);
+    connect(service, &QDBusServiceWatcher::serviceUnregistered, request, [request] { request->finish({}); });
     request->listen(requestPath(token)); // before the call: the answer may come before the call's own
     options.insert(QStringLiteral("handle_token"), token);
     auto message = QDBusMessage::createMethodCall(portal, portalPath, interface, method);

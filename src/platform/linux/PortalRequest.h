@@ -8,7 +8,8 @@
 namespace brenvale {
 
 /// One call of a desktop portal whose answer comes later, as a signal (org.freedesktop.portal.Request,
-/// https://flatpak.github.io/xdg-desktop-portal). Deletes itself after the answer. On main.
+/// https://flatpak.github.io/xdg-desktop-portal). A portal that goes away has refused. Deletes itself after
+/// the answer. On main.
 class PortalRequest final : public QObject {
     Q_OBJECT
 

@@ -45,15 +45,22 @@ QMessageBox* makeBox(const Alert& alert) {
     box->setText(alert.messageText);
     box->setInformativeText(alert.informativeText);
     arrange(*box);
-    for (const auto& title : alert.buttons) {
-        const bool isFirst = box->buttons().isEmpty();
-        auto* button = box->addButton(title, isFirst ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
-        if (isFirst) {
-            box->setDefaultButton(button);
-        }
-        box->setEscapeButton(button);
-    }
     return box;
+}
+
+/// Adds the buttons and gives them in their order; desktops change that and the titles too.
+QList<QAbstractButton*> addButtons(QMessageBox& box, const QStringList& titles) {
+    QList<QAbstractButton*> buttons;
+    for (const auto& title : titles) {
+        auto* button =
+            box.addButton(title, buttons.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+        if (buttons.isEmpty()) {
+            box.setDefaultButton(button);
+        }
+        box.setEscapeButton(button);
+        buttons.append(button);
+    }
+    return buttons;
 }
 
 int lastButtonReturn(const Alert& alert) {
@@ -69,12 +76,12 @@ void QtAlerts::runModal(const Alert& alert, Answer answer) {
         return;
     }
     auto* box = makeBox(alert);
+    const auto buttons = addButtons(*box, alert.buttons);
     QObject::connect(box, &QMessageBox::finished, box,
-                     [box, alert, answer = std::make_shared<Answer>(std::move(answer))] {
-                         const auto* clicked = box->clickedButton();
-                         const auto index = clicked ? alert.buttons.indexOf(clicked->text()) : -1;
-                         (*answer)(index < 0 ? lastButtonReturn(alert)
-                                             : Alert::firstButtonReturn + static_cast<int>(index));
+                     [box, buttons, answer = std::make_shared<Answer>(std::move(answer))] {
+                         const auto clicked = buttons.indexOf(box->clickedButton());
+                         const auto index = clicked < 0 ? buttons.size() - 1 : clicked;
+                         (*answer)(Alert::firstButtonReturn + static_cast<int>(index));
                      });
     box->setWindowModality(Qt::ApplicationModal);
     box->show();

@@ -3,7 +3,9 @@
 #include "platform/linux/PortalRequest.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,7 +16,9 @@ namespace brenvale {
 
 namespace {
 
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
+const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
 constexpr uint keyboardAndPointer = 3;
 constexpr uint untilRevoked = 2;
@@ -45,6 +49,16 @@ void keepToken(const QString& token) {
 
 } // namespace
 
+RemoteDesktopPortal::RemoteDesktopPortal() {
+    const auto bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) {
+        auto* watcher =
+            new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
+        connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+                &RemoteDesktopPortal::sessionClosed);
+    }
+}
+
 void RemoteDesktopPortal::start() {
     if (state_ != State::none || !QDBusConnection::sessionBus().isConnected()) {
         return;
@@ -53,19 +67,22 @@ void RemoteDesktopPortal::start() {
     const auto token = QStringLiteral("brenvale_") + QUuid::createUuid().toString(QUuid::Id128);
     PortalRequest::call(interface, QStringLiteral("CreateSession"), {},
                         {{QStringLiteral("session_handle_token"), token}}, [this](const auto& results) {
-                            if (!results) {
-                                failed();
-                                return;
+                            if (results) {
+                                opened(results->value(QStringLiteral("session_handle")).toString());
+                            } else {
+                                closeSession();
                             }
-                            session_ = results->value(QStringLiteral("session_handle")).toString();
-                            selectDevices();
                         });
 }
 
+void RemoteDesktopPortal::opened(const QString& session) {
+    session_ = session;
+    QDBusConnection::sessionBus().connect(portal, session_, sessionInterface, QStringLiteral("Closed"), this,
+                                          SLOT(sessionClosed()));
+    selectDevices();
+}
+
 void RemoteDesktopPortal::selectDevices() {
-    QDBusConnection::sessionBus().connect(QStringLiteral("org.freedesktop.portal.Desktop"), session_,
-                                          QStringLiteral("org.freedesktop.portal.Session"),
-                                          QStringLiteral("Closed"), this, SLOT(sessionClosed()));
     QVariantMap options{{QStringLiteral("types"), keyboardAndPointer},
                         {QStringLiteral("persist_mode"), untilRevoked}};
     if (const auto token = readToken(); !token.isEmpty()) {
@@ -73,25 +90,47 @@ void RemoteDesktopPortal::selectDevices() {
     }
     PortalRequest::call(interface, QStringLiteral("SelectDevices"),
                         {QVariant::fromValue(QDBusObjectPath(session_))}, options,
-                        [this](const auto& results) { results ? startSession() : failed(); });
+                        [this](const auto& results) { results ? startSession() : closeSession(); });
 }
 
 void RemoteDesktopPortal::startSession() {
     const QString noParentWindow;
     PortalRequest::call(interface, QStringLiteral("Start"),
                         {QVariant::fromValue(QDBusObjectPath(session_)), noParentWindow}, {},
-                        [this](const auto& results) { results ? started(*results) : failed(); });
+                        [this](const auto& results) { results ? started(*results) : closeSession(); });
 }
 
 void RemoteDesktopPortal::started(const QVariantMap& results) {
-    const auto devices = results.value(QStringLiteral("devices")).toUInt();
-    state_ = (devices & keyboardAndPointer) == keyboardAndPointer ? State::started : State::none;
     if (const auto token = results.value(QStringLiteral("restore_token")).toString(); !token.isEmpty()) {
         keepToken(token);
     }
+    const auto devices = results.value(QStringLiteral("devices")).toUInt();
+    if ((devices & keyboardAndPointer) == keyboardAndPointer) {
+        state_ = State::started;
+    } else {
+        closeSession();
+    }
+}
+
+/// Ends a session that is of no use, which the desktop may show as one that is running.
+void RemoteDesktopPortal::closeSession() {
+    if (!session_.isEmpty()) {
+        QDBusConnection::sessionBus().send(
+            QDBusMessage::createMethodCall(portal, session_, sessionInterface, QStringLiteral("Close")));
+    }
+    forgetSession();
 }
 
 void RemoteDesktopPortal::sessionClosed() {
+    forgetSession();
+}
+
+void RemoteDesktopPortal::forgetSession() {
+    if (!session_.isEmpty()) {
+        QDBusConnection::sessionBus().disconnect(portal, session_, sessionInterface, QStringLiteral("Closed"),
+                                                 this, SLOT(sessionClosed()));
+        session_.clear();
+    }
     state_ = State::none;
 }
 

@@ -12,6 +12,8 @@ class RemoteDesktopPortal final : public QObject {
     Q_OBJECT
 
 public:
+    RemoteDesktopPortal();
+
     /// Whether the user has consented and the session still stands.
     [[nodiscard]] bool isStarted() const { return state_ == State::started; }
 
@@ -24,13 +26,15 @@ private slots:
 private:
     enum class State : qint8 { none, starting, started };
 
+    void opened(const QString& session);
     void selectDevices();
     void startSession();
     void started(const QVariantMap& results);
-    void failed() { state_ = State::none; }
+    void closeSession();
+    void forgetSession();
 
     State state_ = State::none;
-    QString session_; ///< its object path
+    QString session_; ///< its object path; empty while there is none
 };
 
 } // namespace brenvale

@@ -2,6 +2,7 @@
 
 #include "platform/linux/WindowActivation.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -71,6 +72,10 @@ ReplyWindow::ReplyWindow(const TextInputNotificationAction& action, const Notifi
 }
 
 void ReplyWindow::present() {
+    if (QApplication::activeModalWidget() != nullptr) {
+        setWindowModality(
+            Qt::ApplicationModal); // or an alert that nobody has answered would keep the keyboard
+    }
     show();
     activateWindowForUser(*this);
     field_->setFocus(Qt::ActiveWindowFocusReason);
@@ -85,8 +90,10 @@ void ReplyWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 void ReplyWindow::sendAndClose() {
-    send_(field_->text());
-    close();
+    if (const auto send = std::exchange(send_, {})) { // keys that were typed ahead come here again
+        send(field_->text());
+        close();
+    }
 }
 
 } // namespace brenvale

@@ -1,5 +1,7 @@
 #include "platform/linux/TrayWait.h"
 
+#include "platform/linux/X11Connection.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -7,7 +9,6 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
-#include <QGuiApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -26,11 +27,6 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 /// What a panel takes to come up after login; then a tray of the old kind serves as well.
 constexpr std::chrono::seconds panelPatience{10};
-
-xcb_connection_t* x11Connection() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 /// Whether an X11 tray of the first screen is there (System Tray Protocol of freedesktop.org).
 bool hasOldTray(xcb_connection_t* connection) {

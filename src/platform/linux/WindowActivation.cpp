@@ -1,6 +1,7 @@
 #include "platform/linux/WindowActivation.h"
 
-#include <QGuiApplication>
+#include "platform/linux/X11Connection.h"
+
 #include <QWidget>
 
 #include <cstdlib>
@@ -43,9 +44,8 @@ void requestActiveWindow(xcb_connection_t* connection, xcb_window_t window) {
 void activateWindowForUser(QWidget& window) {
     window.raise();
     window.activateWindow(); // on Wayland by the token of the environment, where the desktop gave one
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 != nullptr) {
-        requestActiveWindow(x11->connection(), static_cast<xcb_window_t>(window.winId()));
+    if (auto* connection = x11Connection()) {
+        requestActiveWindow(connection, static_cast<xcb_window_t>(window.winId()));
     }
 }
 

@@ -75,9 +75,21 @@ TEST_F(AutostartEntryTest, AnEntryThatTheDesktopSwitchedOffIsOff) {
     EXPECT_FALSE(entry.isEnabled());
 }
 
+TEST_F(AutostartEntryTest, AnEntryWithoutACommandIsOff) {
+    write("");
+    EXPECT_FALSE(entry.isEnabled());
+    write("[Desktop Entry]\nType=Application\nName=Brenvale\n[Desktop Action x]\nExec=brenvale\n");
+    EXPECT_FALSE(entry.isEnabled());
+}
+
+TEST_F(AutostartEntryTest, QuotesInTheCommandHideNothing) {
+    write("[Desktop Entry]\nExec=\"/a\\\\\"b\"\nIcon=c\\\nHidden = true\r\n");
+    EXPECT_FALSE(entry.isEnabled());
+}
+
 TEST_F(AutostartEntryTest, UnregisteringWhatIsNotEnabledIsTheSystemsErrorAndChangesNothing) {
     EXPECT_EQ(entry.unregisterItem().error(), QStringLiteral("No such file or directory"));
-    const QByteArray hidden = "[Desktop Entry]\nHidden=true\n";
+    const QByteArray hidden = "[Desktop Entry]\nExec=brenvale\nHidden=true\n";
     write(hidden);
     EXPECT_EQ(entry.unregisterItem().error(), QStringLiteral("No such file or directory"));
     EXPECT_EQ(text(), hidden);
@@ -95,6 +107,7 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeMadeIsTheSystemsError) {
 TEST(AutostartExec, WordsAreQuotedAsTheDesktopEntryWantsThem) {
     EXPECT_EQ(execWord(QStringLiteral("/usr/bin/brenvale")), QStringLiteral("\"/usr/bin/brenvale\""));
     EXPECT_EQ(execWord(QStringLiteral("/my apps/100%")), QStringLiteral("\"/my apps/100%%\""));
+    EXPECT_EQ(execWord(QStringLiteral("/a\nb\tc")), QStringLiteral(R"("/a\nb\tc")"));
     EXPECT_EQ(execWord(QStringLiteral("/a\"b")), QStringLiteral(R"("/a\\"b")"));
     EXPECT_EQ(execWord(QStringLiteral("/a$b`c")), QStringLiteral(R"("/a\\$b\\`c")"));
     EXPECT_EQ(execWord(QStringLiteral(R"(/a\b)")), QStringLiteral(R"("/a\\\\b")"));

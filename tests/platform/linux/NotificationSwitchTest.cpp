@@ -6,6 +6,7 @@ using namespace brenvale;
 
 TEST(NotificationSwitch, PlasmaSwitchesThePopupsOfOneApplicationOff) {
     EXPECT_EQ(plasmaSwitchesOff("[Applications][org.a.B]\nShowPopups=false\n", "org.a.B"), true);
+    EXPECT_EQ(plasmaSwitchesOff("[Applications][org.a.B]\r\nShowPopups[$i] = false\r\n", "org.a.B"), true);
     EXPECT_EQ(plasmaSwitchesOff("[Applications][org.a.B]\nSeen=true\n ShowPopups = x\nShowPopups=true\n",
                                 "org.a.B"),
               false);

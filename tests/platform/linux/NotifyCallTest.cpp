@@ -40,6 +40,14 @@ TEST(NotifyCall, ANotificationOfNoCategoryOffersNothing) {
                     .actions.isEmpty());
 }
 
+TEST(NotifyCall, WhereAClickWouldOpenTheProgramItHasAnActionThatDoesNothing) {
+    const QSet<QString> capabilities{QStringLiteral("actions")};
+    EXPECT_EQ(notifyCall(content, &replies, capabilities, true).actions,
+              QStringList({"REPLY", "Reply", "default", ""}));
+    EXPECT_EQ(notifyCall(content, nullptr, capabilities, true).actions, QStringList({"default", ""}));
+    EXPECT_TRUE(notifyCall(content, nullptr, {}, true).actions.isEmpty());
+}
+
 TEST(NotifyCall, TextIsEscapedOnlyWhereTheServerReadsMarkup) {
     EXPECT_EQ(notifyCall(content, nullptr, {QStringLiteral("body-markup")}).body,
               QStringLiteral("<b>A &amp; B</b>\n1 &lt; 2"));
