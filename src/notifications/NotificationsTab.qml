@@ -4,11 +4,13 @@ import QtQuick
 import Brenvale
 
 // What the phone forwarded, the newest on top.
-Item {
+Rectangle {
     id: tab
 
     required property SettingsView view
     readonly property bool isEmpty: list.count === 0
+
+    color: Theme.controlBackground
 
     EmptyState {
         anchors.fill: parent
@@ -36,7 +38,7 @@ Item {
             view: tab.view
         }
     }
-    Item {
+    Rectangle {
         id: footer
 
         anchors {
@@ -45,6 +47,7 @@ Item {
             bottom: parent.bottom
         }
         height: clearButton.height + 2 * 8
+        color: Theme.windowBackground
         visible: !tab.isEmpty
 
         Hairline {

@@ -22,7 +22,6 @@ ListRow {
             y: 2
             name: "format-justify-left"
             color: Theme.blue
-            size: Math.round(Theme.title3.pixelSize * 1.2)
         }
         Column {
             id: texts
@@ -50,8 +49,8 @@ ListRow {
             id: copyButton
 
             anchors.right: parent.right
-            anchors.rightMargin: -4
-            y: -4
+            anchors.rightMargin: -6
+            y: -6
             symbol: "edit-copy"
             helpText: "Copy to Mac Clipboard"
             onClicked: row.copyRequested(row.text)

@@ -4,11 +4,13 @@ import QtQuick
 import Brenvale
 
 // What the phone put on the desktop's clipboard.
-Item {
+Rectangle {
     id: tab
 
     required property SettingsView view
     readonly property bool isEmpty: list.count === 0
+
+    color: Theme.controlBackground
 
     ListHeader {
         id: header

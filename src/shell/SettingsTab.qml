@@ -26,6 +26,7 @@ ScrollPage {
 
             Row {
                 anchors.right: parent.right
+                anchors.rightMargin: -6 // the icon ends where other rows do, not its button
                 spacing: 4
 
                 SelectableText {
@@ -37,7 +38,6 @@ ScrollPage {
                 IconButton {
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "edit-copy"
-                    symbolSize: 14
                     helpText: "Copy IP address"
                     onClicked: tab.view.copyText(tab.view.localIP)
                 }

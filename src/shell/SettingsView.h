@@ -287,6 +287,7 @@ public:
 
     /// Whether the phone's keys and pointer reach other programs.
     [[nodiscard]] bool isAccessibilityEnabled() const { return isAccessibilityEnabled_; }
+    Q_INVOKABLE void refreshAccessibility();
     Q_INVOKABLE void openAccessibilitySettings();
 
     // No control shows or changes these.
@@ -350,7 +351,6 @@ private:
 
     // shell/SystemStatus.cpp
     [[nodiscard]] bool isProcessTrusted() const;
-    void refreshAccessibility();
     void setNotifAuthStatus(AuthorizationStatus status);
 
     Platform& platform_;

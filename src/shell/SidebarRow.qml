@@ -27,7 +27,6 @@ T.ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             name: row.symbol
             color: row.isSelected ? Theme.textOnTint : Theme.secondary
-            size: 18
         }
         Text {
             visible: row.showsLabel
@@ -46,6 +45,6 @@ T.ItemDelegate {
 
     background: Rectangle {
         radius: Theme.fieldRadius
-        color: row.isSelected ? Theme.tint : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+        color: row.isSelected ? Theme.tintFill : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
     }
 }

@@ -14,11 +14,13 @@ Item {
 
     implicitHeight: text.implicitHeight
 
-    function textOfLines() {
+    function textOfLines(): string {
         const lineHeight = measure.contentHeight / measure.lineCount;
         const end = measure.positionAt(cut.width, lineHeight * (cut.maximumLineCount - 0.5));
-        const characters = Array.from(cut.beginning.slice(0, end));
-        return characters.slice(0, -2).join("").trimEnd() + "…";
+        // Two characters of a full line make room for the ellipsis; no half of a pair may be left.
+        const room = cut.beginning.charAt(end) === "\n" ? 0 : 2;
+        const kept = cut.beginning.slice(0, Math.max(0, end - room));
+        return kept.replace(/[\uD800-\uDBFF]$/, "").trim() + "…";
     }
 
     SelectableText {

@@ -5,46 +5,58 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace brenvale {
 
 namespace {
 
-/// The size that themes draw in one colour, for buttons and menus; larger ones are pictures.
-constexpr int plainSize = 22;
+/// Up to this size themes draw in one colour, for buttons and menus; larger ones are pictures.
 constexpr int largestPlainSize = 24;
 
 struct ThemeFolder {
     QString path;
+    bool isSymbolic = false;
     int distance = 0; ///< from the size that is wanted; less is better
 };
 
 QString groupValue(const QSettings& index, const QString& group, const QString& key) {
-    return index.value(group + QLatin1Char('/') + key).toStringList().join(QLatin1Char(','));
+    return index.value(group + QLatin1Char('/') + key).toString();
 }
 
-/// The folders of a theme with one-colour icons, the best first.
-QList<ThemeFolder> plainFolders(const QString& theme, const QSettings& index) {
+/// The folders of a theme that may have one-colour icons, the best first.
+QList<ThemeFolder> plainFolders(const QString& theme, int wantedSize, const QSettings& index) {
     QList<ThemeFolder> folders;
     for (const auto& name : index.value(QStringLiteral("Icon Theme/Directories")).toStringList()) {
-        const bool isSymbolic = name.contains(QStringLiteral("symbolic"));
         const int size = groupValue(index, name, QStringLiteral("Size")).toInt();
+        const bool isSymbolic =
+            name.contains(QStringLiteral("symbolic")) || name.startsWith(QStringLiteral("scalable"));
         const bool isScaled = groupValue(index, name, QStringLiteral("Scale")).toInt() > 1;
         if (isSymbolic || (size <= largestPlainSize && !isScaled)) {
-            folders.append({theme + QLatin1Char('/') + name, isSymbolic ? -1 : std::abs(size - plainSize)});
+            folders.append({.path = theme + QLatin1Char('/') + name,
+                            .isSymbolic = isSymbolic,
+                            .distance = std::abs(size - wantedSize)});
         }
     }
-    std::ranges::stable_sort(folders, {}, &ThemeFolder::distance);
+    std::ranges::stable_sort(
+        folders, {}, [](const ThemeFolder& folder) { return std::pair(folder.isSymbolic, folder.distance); });
     return folders;
 }
 
-QString fileInTheme(const QString& name, const QString& theme, const QSettings& index) {
-    for (const auto& folder : plainFolders(theme, index)) {
-        for (const auto& ending : {QStringLiteral("-symbolic.svg"), QStringLiteral(".svg")}) {
-            const auto file = folder.path + QLatin1Char('/') + name + ending;
-            if (QFile::exists(file)) {
-                return file;
-            }
+/// Whether the drawing takes the colour of the text around it, and so has one.
+bool isPlain(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains("currentColor");
+}
+
+QString fileInTheme(const QString& name, int size, const QString& theme, const QSettings& index) {
+    for (const auto& folder : plainFolders(theme, size, index)) {
+        const auto path = folder.path + QLatin1Char('/') + name;
+        if (const auto plain = path + QStringLiteral(".svg"); QFile::exists(plain) && isPlain(plain)) {
+            return plain;
+        }
+        if (const auto symbolic = path + QStringLiteral("-symbolic.svg"); QFile::exists(symbolic)) {
+            return symbolic;
         }
     }
     return {};
@@ -52,7 +64,8 @@ QString fileInTheme(const QString& name, const QString& theme, const QSettings& 
 
 } // namespace
 
-QString iconThemeFile(const QString& name, const QStringList& themes, const QStringList& searchPaths) {
+QString iconThemeFile(const QString& name, int size, const QStringList& themes,
+                      const QStringList& searchPaths) {
     QStringList waiting = themes;
     QStringList seen;
     while (!waiting.isEmpty()) {
@@ -69,7 +82,7 @@ QString iconThemeFile(const QString& name, const QStringList& themes, const QStr
                 continue;
             }
             const QSettings index(indexFile, QSettings::IniFormat);
-            const auto file = fileInTheme(name, path, index);
+            const auto file = fileInTheme(name, size, path, index);
             if (!file.isEmpty()) {
                 return file;
             }

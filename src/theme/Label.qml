@@ -6,6 +6,7 @@ Text {
     font: Theme.body
     color: Theme.primary
     linkColor: Theme.tintText
+    horizontalAlignment: Text.AlignLeft // one edge for columns, whatever the script
     textFormat: Text.PlainText
     renderType: Text.NativeRendering
 

@@ -13,6 +13,13 @@ namespace {
 constexpr int defaultSize = 16;
 constexpr QStringView applicationIcon = u"application";
 
+/// The size of the drawings whose edges fall between the pixels of a picture that is `side` wide.
+int drawnSize(int side) {
+    constexpr int smallSize = 16;
+    constexpr int ordinarySize = 22;
+    return side % ordinarySize != 0 && side % smallSize == 0 ? smallSize : ordinarySize;
+}
+
 /// The icon's shape in `area`: what is opaque is drawn.
 void drawShape(QPainter& painter, const QString& file, const QRectF& area) {
     QSvgRenderer renderer(file);
@@ -56,24 +63,25 @@ void drawSlashed(QPainter& painter, const QString& file, const QRectF& area) {
 
 SymbolImageProvider::SymbolImageProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
 
-QString SymbolImageProvider::fileOf(const QString& name) {
+QString SymbolImageProvider::fileOf(const QString& name, int side) {
     if (const auto theme = QIcon::themeName(); theme != theme_) {
         theme_ = theme;
         files_.clear();
     }
-    if (const auto known = files_.constFind(name); known != files_.cend()) {
+    const std::pair icon(name, drawnSize(side));
+    if (const auto known = files_.constFind(icon); known != files_.cend()) {
         return *known;
     }
     const auto paths = QIcon::themeSearchPaths() + QStringList{QStringLiteral("/usr/share/icons")};
-    const auto file = iconThemeFile(name, {theme_, QStringLiteral("breeze")}, paths);
-    files_.insert(name, file);
+    const auto file = iconThemeFile(name, icon.second, {theme_, QStringLiteral("breeze")}, paths);
+    files_.insert(icon, file);
     return file;
 }
 
 QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
     const auto parts = id.split(QLatin1Char('/'));
-    const auto file = fileOf(parts.value(0));
     const auto side = requestedSize.width() > 0 ? requestedSize.width() : defaultSize;
+    const auto file = fileOf(parts.value(0), side);
     *size = QSize(side, side);
 
     QImage image(*size, QImage::Format_ARGB32_Premultiplied);

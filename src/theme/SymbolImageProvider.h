@@ -15,10 +15,10 @@ public:
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 
 private:
-    [[nodiscard]] QString fileOf(const QString& name);
+    [[nodiscard]] QString fileOf(const QString& name, int side);
 
     QString theme_;
-    QHash<QString, QString> files_; ///< of `theme_`
+    QHash<std::pair<QString, int>, QString> files_; ///< of `theme_`, by name and size
 };
 
 } // namespace brenvale

@@ -55,7 +55,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: control.isProminent ? Theme.tint : Theme.controlBackground
+        color: control.isProminent ? Theme.tintFill : Theme.controlBackground
         border.width: control.isProminent && !Theme.isHighContrast ? 0 : 1
         border.color: Theme.fieldBorder
 

@@ -62,9 +62,15 @@ QtObject {
     readonly property color pressed: withOpacity(palette.windowText, 0.1)
     readonly property color fieldBorder: withOpacity(palette.windowText, isHighContrast ? 1 : 0.2)
 
+    readonly property color white: "#ffffff"
+    readonly property color black: "#000000"
     readonly property color tint: palette.highlight
     readonly property color tintText: readable(tint)
-    readonly property color textOnTint: textOn(tint)
+    readonly property color textOnTint: contrast(palette.highlightedText, tint) >= 3 ? palette.highlightedText
+                                      : contrast(white, tint) >= 3 ? white : black
+
+    // The tint below text, so much stronger that the text can be read.
+    readonly property color tintFill: strengthened(tint, textOnTint)
     readonly property color blue: isDark ? "#3d8bff" : "#0a6cff"
     readonly property color green: isDark ? "#32c759" : "#1f9d3f"
     readonly property color red: isDark ? "#ff5147" : "#d92b20"
@@ -139,10 +145,13 @@ QtObject {
         return result;
     }
 
-    function textOn(background) {
-        if (contrast(palette.highlightedText, background) >= 4.5) {
-            return palette.highlightedText;
+    // `fill` moved away from the colour of the text on it until that has the contrast `least`, 4.5 if not said.
+    function strengthened(fill, text, least) {
+        const far = luminance(text) > 0.5 ? black : white;
+        let result = fill;
+        for (let share = 0.02; share <= 1 && contrast(text, result) < (least ?? 4.5); share += 0.02) {
+            result = mixed(fill, far, share);
         }
-        return contrast("white", background) >= 3 ? "white" : "black";
+        return result;
     }
 }

@@ -4,10 +4,12 @@ import QtQuick
 import Brenvale
 
 // Files on their way in both directions.
-Item {
+Rectangle {
     id: tab
 
     required property SettingsView view
+
+    color: Theme.controlBackground
 
     ListHeader {
         id: header

@@ -78,7 +78,7 @@ ListRow {
             id: folderButton
 
             anchors.right: parent.right
-            anchors.rightMargin: -4
+            anchors.rightMargin: -6
             anchors.verticalCenter: parent.verticalCenter
             visible: `${row.url}` !== ""
             symbol: "folder-open"
