@@ -54,6 +54,8 @@ Item {
             width: ListView.view.width
             isCurrent: list.activeFocus && ListView.isCurrentItem
             onClicked: log.view.redial(number)
+            ListView.onPooled: visible = false // a row in reserve is not to be read out
+            ListView.onReused: visible = true
         }
     }
 }

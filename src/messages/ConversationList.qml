@@ -41,5 +41,7 @@ ScrollList {
         isActive: list.view.hasActiveRecipient && list.view.activeRecipient === displayAddress
         isCurrent: list.activeFocus && ListView.isCurrentItem
         onClicked: list.open(displayAddress)
+        ListView.onPooled: visible = false // a row in reserve is not to be read out
+        ListView.onReused: visible = true
     }
 }

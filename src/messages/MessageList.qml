@@ -102,6 +102,10 @@ ScrollList {
     delegate: MessageBubble {
         width: ListView.view.width
         isCurrent: list.activeFocus && ListView.isCurrentItem
-        ListView.onPooled: showsAll = false
+        ListView.onPooled: {
+            showsAll = false;
+            visible = false; // a row in reserve is not to be read out
+        }
+        ListView.onReused: visible = true
     }
 }

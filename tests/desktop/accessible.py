@@ -56,6 +56,13 @@ class Application:
     def find(self, role, name=None):
         return self.wait(lambda: self.seek(role, name), f'{role} "{name}" among {self.names}')
 
+    def find_starting(self, role, start):
+        """Rows read out all that they show."""
+        def starting():
+            return next((node for node in self.walk() if node.get_role_name() == role and node.get_name().startswith(start)
+                         and node.get_state_set().contains(Atspi.StateType.SHOWING)), None)
+        return self.wait(starting, f'{role} "{start}…"')
+
     def has(self, role, name):
         return self.seek(role, name) is not None
 
