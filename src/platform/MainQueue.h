@@ -11,7 +11,7 @@ namespace brenvale {
 
 /// The main queue: Qt's event loop of the thread that made this object. Steps handed over while others wait
 /// go along with those in one turn of the loop, which makes a hop cheap; between two turns the loop serves
-/// its other events.
+/// its other events. A step must not run an event loop of its own: those behind it would wait for its end.
 class MainQueue final : public QObject, public DispatchQueue {
 public:
     void async(Step step) override;
