@@ -6,9 +6,7 @@ import Brenvale
 T.ToolTip {
     id: tip
 
-    property bool isWanted: false
-
-    visible: isWanted && text !== ""
+    visible: true
     delay: 600
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + 4 : 0
