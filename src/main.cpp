@@ -54,7 +54,6 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     restoreEnvironment(display);
     QApplication::setApplicationName(QStringLiteral("brenvale"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Brenvale"));
     QApplication::setApplicationVersion(QStringLiteral(BRENVALE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());

@@ -39,7 +39,7 @@ void arrange(const QMessageBox& box) {
 QMessageBox* makeBox(const Alert& alert) {
     auto* box = new QMessageBox;
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(QGuiApplication::applicationDisplayName());
+    box->setWindowTitle(QStringLiteral("Brenvale"));
     box->setIcon(alert.style == Alert::Style::warning ? QMessageBox::Warning : QMessageBox::Information);
     box->setTextFormat(Qt::PlainText);
     box->setText(alert.messageText);
