@@ -1,8 +1,35 @@
 import QtQuick
 import Brenvale
 
+// The dial pad at the left, the phone's calls at the right.
 Item {
     id: tab
 
     required property SettingsView view
+
+    DialPad {
+        id: pad
+
+        width: 320
+        height: parent.height
+        view: tab.view
+    }
+    Hairline {
+        id: divider
+
+        x: pad.width
+        height: parent.height
+    }
+    CallLog {
+        anchors {
+            left: divider.right
+            right: parent.right
+            top: parent.top
+            bottom: parent.bottom
+        }
+        view: tab.view
+    }
+
+    // A key that nothing else in the window wants is the pad's.
+    Keys.forwardTo: [pad]
 }

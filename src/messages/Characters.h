@@ -9,6 +9,9 @@ namespace brenvale {
 [[nodiscard]] QString firstCharacter(const QString& text);
 [[nodiscard]] QString withoutLastCharacter(const QString& text);
 
+/// The first characters of `text`, of `length` code units at most but for a first character that is longer.
+[[nodiscard]] QString beginning(const QString& text, qsizetype length);
+
 /// Two capitals for a name of several words, one for another; "?" for no name.
 [[nodiscard]] QString initials(const QString& name);
 

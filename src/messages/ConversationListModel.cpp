@@ -8,6 +8,13 @@
 
 namespace brenvale {
 
+namespace {
+
+/// More than the widest row has room for.
+constexpr qsizetype mostOfLine = 300;
+
+} // namespace
+
 ConversationListModel::ConversationListModel(const ContactNames& names, const Clock& clock)
     : names_(names), clock_(clock) {}
 
@@ -28,7 +35,7 @@ QVariant ConversationListModel::data(const QModelIndex& index, int role) const {
     case RelativeDateRole:
         return formatRelativeDate(conversation.lastMessage.date, instantOf(clock_.now() * 1000));
     case LastBodyRole:
-        return conversation.lastMessage.body;
+        return beginning(conversation.lastMessage.body, mostOfLine).simplified();
     default:
         return {};
     }

@@ -18,7 +18,7 @@ public:
         ShownNameRole,
         InitialsRole,
         RelativeDateRole,
-        LastBodyRole
+        LastBodyRole ///< its beginning, as one line
     };
     Q_ENUM(Role)
 

@@ -1,5 +1,6 @@
 #include "messages/MessageListModel.h"
 
+#include "messages/Characters.h"
 #include "messages/MessageDates.h"
 
 namespace brenvale {
@@ -12,6 +13,10 @@ QVariant MessageListModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case BodyRole:
         return message.body;
+    case ShownBodyRole:
+        return beginning(message.body, mostShown);
+    case IsCutRole:
+        return message.body.size() > mostShown;
     case TimeTextRole:
         return formatDate(message.date);
     case IsSentRole:
@@ -22,7 +27,11 @@ QVariant MessageListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> MessageListModel::roleNames() const {
-    return {{BodyRole, "body"}, {TimeTextRole, "timeText"}, {IsSentRole, "isSent"}};
+    return {{BodyRole, "body"},
+            {ShownBodyRole, "shownBody"},
+            {IsCutRole, "isCut"},
+            {TimeTextRole, "timeText"},
+            {IsSentRole, "isSent"}};
 }
 
 bool MessageListModel::differ(const SmsRecord& shown, const SmsRecord& next) const {

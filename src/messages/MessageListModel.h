@@ -10,8 +10,12 @@ class MessageListModel final : public RecordListModel<SmsRecord> {
     Q_OBJECT
 
 public:
-    enum Role : int { BodyRole = Qt::UserRole + 1, TimeTextRole, IsSentRole };
+    enum Role : int { BodyRole = Qt::UserRole + 1, ShownBodyRole, IsCutRole, TimeTextRole, IsSentRole };
     Q_ENUM(Role)
+
+    /// `ShownBodyRole` is the body as far as a list lays it out at once: a book in a message is not to hold
+    /// it up.
+    static constexpr qsizetype mostShown = 3000;
 
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;

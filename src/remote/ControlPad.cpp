@@ -4,19 +4,33 @@ namespace brenvale {
 
 const QList<ControlPadButton>& mediaButtons() {
     static const QList<ControlPadButton> buttons{
-        {.icon = QStringLiteral("media-skip-backward"), .command = QStringLiteral("prev")},
-        {.icon = QStringLiteral("media-seek-backward"), .command = QStringLiteral("seek_backward")},
-        {.icon = QStringLiteral("media-playback-start"), .command = QStringLiteral("play_pause")},
-        {.icon = QStringLiteral("media-seek-forward"), .command = QStringLiteral("seek_forward")},
-        {.icon = QStringLiteral("media-skip-forward"), .command = QStringLiteral("next")},
+        {.name = QStringLiteral("Previous"),
+         .icon = QStringLiteral("media-skip-backward"),
+         .command = QStringLiteral("prev")},
+        {.name = QStringLiteral("Back 5 seconds"),
+         .icon = QStringLiteral("media-seek-backward"),
+         .command = QStringLiteral("seek_backward")},
+        {.name = QStringLiteral("Play or pause"),
+         .icon = QStringLiteral("media-playback-start"),
+         .command = QStringLiteral("play_pause")},
+        {.name = QStringLiteral("Forward 5 seconds"),
+         .icon = QStringLiteral("media-seek-forward"),
+         .command = QStringLiteral("seek_forward")},
+        {.name = QStringLiteral("Next"),
+         .icon = QStringLiteral("media-skip-forward"),
+         .command = QStringLiteral("next")},
     };
     return buttons;
 }
 
 const QList<ControlPadButton>& volumeButtons() {
     static const QList<ControlPadButton> buttons{
-        {.icon = QStringLiteral("audio-volume-low"), .command = QStringLiteral("vol_down")},
-        {.icon = QStringLiteral("audio-volume-high"), .command = QStringLiteral("vol_up")},
+        {.name = QStringLiteral("Volume down"),
+         .icon = QStringLiteral("audio-volume-low"),
+         .command = QStringLiteral("vol_down")},
+        {.name = QStringLiteral("Volume up"),
+         .icon = QStringLiteral("audio-volume-high"),
+         .command = QStringLiteral("vol_up")},
     };
     return buttons;
 }

@@ -10,6 +10,7 @@ namespace brenvale {
 struct ControlPadButton {
     Q_GADGET
     Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString name MEMBER name CONSTANT)
     Q_PROPERTY(QString icon MEMBER icon CONSTANT)
     Q_PROPERTY(QString command MEMBER command CONSTANT)
     Q_PROPERTY(QString help MEMBER help CONSTANT)
@@ -17,6 +18,7 @@ struct ControlPadButton {
 
 public:
     QString title;    ///< empty where the icon stands alone
+    QString name;     ///< what assistive technology calls it; empty where the title or the help does
     QString icon;     ///< a freedesktop icon name; empty for a filled circle
     QString command;  ///< as the phone knows it
     QString help;     ///< the tool tip

@@ -14,7 +14,7 @@ namespace {
 
 constexpr QStringView selectedTabKey = u"selectedSettingsTab";
 
-QVariantMap sidebarTab(SettingsView::Tab tab, const QString& label, const QString& icon) {
+QVariantMap sidebarTab(Tab tab, const QString& label, const QString& icon) {
     return {{QStringLiteral("tab"), static_cast<int>(tab)},
             {QStringLiteral("label"), label},
             {QStringLiteral("icon"), icon}};

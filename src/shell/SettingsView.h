@@ -11,6 +11,7 @@
 #include "records/Published.h"
 #include "records/SimInfo.h"
 #include "shell/PhoneStatus.h"
+#include "shell/Tab.h"
 
 #include <QObject>
 #include <QUrl>
@@ -99,19 +100,7 @@ class SettingsView final : public QObject {
 
 public:
     using Conversation = brenvale::Conversation;
-
-    /// The number of each tab, as the settings keep it; the sidebar has an order of its own.
-    enum Tab : int {
-        SettingsTab = 0,
-        NotificationsTab = 1,
-        SmsTab = 2,
-        InfoTab = 3,
-        CallTab = 4,
-        FileDropTab = 5,
-        ClipboardTab = 6,
-        RemoteTab = 7
-    };
-    Q_ENUM(Tab)
+    using enum Tab;
 
     /// All arguments must outlive the view.
     SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server, HistoryStore& history);
@@ -224,7 +213,6 @@ public:
     }
 
     // notifications/NotificationsTab.cpp
-
     [[nodiscard]] NotifListModel* items() { return &items_; }
     [[nodiscard]] QString notificationCountText() const;
 
@@ -238,14 +226,12 @@ public:
     Q_INVOKABLE void clearNotifications();
 
     // shell/ClipboardTab.cpp
-
     [[nodiscard]] ClipboardListModel* clipboardHistory() { return &clipboardHistory_; }
     Q_INVOKABLE void clearClipboard();
     Q_INVOKABLE void sendCurrentClipboard();
     Q_INVOKABLE void copyText(const QString& text);
 
     // transfer/FileDropTab.cpp
-
     [[nodiscard]] FileTransferListModel* fileTransfers() { return &fileTransfers_; }
     Q_INVOKABLE void clearFileTransfers();
     Q_INVOKABLE void sendFiles(const QList<QUrl>& files);
@@ -301,6 +287,7 @@ public:
 
     /// Whether the phone's keys and pointer reach other programs.
     [[nodiscard]] bool isAccessibilityEnabled() const { return isAccessibilityEnabled_; }
+    Q_INVOKABLE void refreshAccessibility();
     Q_INVOKABLE void openAccessibilitySettings();
 
     // No control shows or changes these.
@@ -364,7 +351,6 @@ private:
 
     // shell/SystemStatus.cpp
     [[nodiscard]] bool isProcessTrusted() const;
-    void refreshAccessibility();
     void setNotifAuthStatus(AuthorizationStatus status);
 
     Platform& platform_;

@@ -14,10 +14,11 @@ Item {
     property color titleColor: Theme.secondary
     property string description
     property int spacing: 12
+    property int titleWidth: 360 // at most
 
     Column {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Theme.padding, 360)
+        width: Math.min(parent.width - 2 * Theme.padding, state.titleWidth)
         spacing: state.spacing
 
         Symbol {

@@ -11,12 +11,13 @@ Flickable {
     default property alias content: column.data
     property alias spacing: column.spacing
     property int maximumWidth: Theme.formWidth
+    property int padding: Theme.padding
 
     readonly property Item focused: page.Window.activeFocusItem
 
     clip: true
     contentWidth: width
-    contentHeight: column.implicitHeight + 2 * Theme.padding
+    contentHeight: column.implicitHeight + 2 * padding
     boundsBehavior: Flickable.StopAtBounds
     pixelAligned: true
     T.ScrollBar.vertical: ScrollHandle {}
@@ -44,8 +45,8 @@ Flickable {
         id: column
 
         x: Math.round((page.width - width) / 2)
-        y: Theme.padding
-        width: Math.min(page.width - 2 * Theme.padding, page.maximumWidth)
+        y: page.padding
+        width: Math.min(page.width - 2 * page.padding, page.maximumWidth)
         spacing: 20
     }
 }

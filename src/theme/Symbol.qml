@@ -9,13 +9,13 @@ Image {
     property color color: Theme.primary
     property real size: 16
 
-    // "circle" cuts the icon out of a filled circle, "slash" strikes it through.
+    // "circle" cuts the icon, if there is one, out of a filled circle, "slash" strikes it through.
     property string decoration
 
     width: size
     height: size
     sourceSize.width: size
     sourceSize.height: size
-    source: name === "" ? "" : `image://symbol/${name}/${decoration}/${color}/${Desktop.iconThemeName}`
+    source: name === "" && decoration === "" ? "" : `image://symbol/${name}/${decoration}/${color}/${Desktop.iconThemeName}`
     Accessible.ignored: true
 }

@@ -62,10 +62,12 @@ QtObject {
     readonly property color pressed: withOpacity(palette.windowText, 0.1)
     readonly property color fieldBorder: withOpacity(palette.windowText, isHighContrast ? 1 : 0.2)
 
+    readonly property color white: "#ffffff"
+    readonly property color black: "#000000"
     readonly property color tint: palette.highlight
     readonly property color tintText: readable(tint)
     readonly property color textOnTint: contrast(palette.highlightedText, tint) >= 3 ? palette.highlightedText
-                                      : contrast(Qt.rgba(1, 1, 1, 1), tint) >= 3 ? "white" : "black"
+                                      : contrast(white, tint) >= 3 ? white : black
 
     // The tint below text, so much stronger that the text can be read.
     readonly property color tintFill: strengthened(tint, textOnTint)
@@ -143,11 +145,11 @@ QtObject {
         return result;
     }
 
-    // `fill` moved away from the colour of the text on it until that can be read.
-    function strengthened(fill, text) {
-        const far = luminance(text) > 0.5 ? Qt.rgba(0, 0, 0, 1) : Qt.rgba(1, 1, 1, 1);
+    // `fill` moved away from the colour of the text on it until that has the contrast `least`, 4.5 if not said.
+    function strengthened(fill, text, least) {
+        const far = luminance(text) > 0.5 ? black : white;
         let result = fill;
-        for (let share = 0.02; share <= 1 && contrast(text, result) < 4.5; share += 0.02) {
+        for (let share = 0.02; share <= 1 && contrast(text, result) < (least ?? 4.5); share += 0.02) {
             result = mixed(fill, far, share);
         }
         return result;

@@ -52,7 +52,7 @@ class Program:
         self.port = port or free_port()
         run = next(self.runs)
         self.output, self.errors = desk.root / f'stdout.{run}', desk.root / f'stderr.{run}'
-        config = desk.root / f'config.{run}'
+        config = self.config = desk.root / f'config.{run}'
         (config / 'brenvale').mkdir(parents=True)
         (config / 'brenvale/brenvale.conf').write_text(setting or f'[General]\nport={self.port}\n')
         for name, text in (config_files or {}).items():

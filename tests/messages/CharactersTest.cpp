@@ -42,3 +42,23 @@ TEST(WithoutLastCharacter, TakesOneAsAReaderSeesIt) {
     EXPECT_EQ(withoutLastCharacter(QStringLiteral("1👩‍👧")), QStringLiteral("1"));
     EXPECT_EQ(withoutLastCharacter(QString()), QString());
 }
+
+TEST(Beginning, OfAShortTextIsAllOfIt) {
+    EXPECT_EQ(beginning(QStringLiteral("abc"), 3), QStringLiteral("abc"));
+    EXPECT_EQ(beginning(QString(), 3), QString());
+}
+
+TEST(Beginning, EndsBetweenTwoCharacters) {
+    EXPECT_EQ(beginning(QStringLiteral("abcd"), 3), QStringLiteral("abc"));
+    EXPECT_EQ(beginning(QStringLiteral("ab👩‍👧"), 3), QStringLiteral("ab"));
+    EXPECT_EQ(beginning(QStringLiteral("abe\u0301f"), 3), QStringLiteral("ab"));
+}
+
+TEST(Beginning, HasTheFirstCharacterHoweverLongItIs) {
+    EXPECT_EQ(beginning(QStringLiteral("👩‍👧ab"), 3), QStringLiteral("👩‍👧"));
+}
+
+TEST(Beginning, OfACharacterWithoutEndComesToAnEnd) {
+    const auto marks = QStringLiteral("a") + QString(100'000, QChar(0x0301));
+    EXPECT_LT(beginning(marks, 300).size(), 400);
+}

@@ -56,6 +56,14 @@ TEST_F(ConversationList, ShowsEachThread) {
     EXPECT_THAT(column(conversations, ConversationListModel::LastBodyRole), ElementsAre("Hi", ""));
 }
 
+TEST_F(ConversationList, ShowsTheBeginningOfALongMessageAsOneLine) {
+    conversations.setConversations(
+        conversationsOf({sms("1", today, (" Two\n lines " + std::string(100'000, 'x')).c_str())}));
+    const auto line = column(conversations, ConversationListModel::LastBodyRole).front();
+    EXPECT_TRUE(line.startsWith(QStringLiteral("Two lines xxx"))) << line.toStdString();
+    EXPECT_LE(line.size(), 300);
+}
+
 TEST_F(ConversationList, TakesTheNameButNotTheInitialsOfAMessage) {
     auto record = sms("123", today);
     record.name = QStringLiteral("Ann Bell");
@@ -196,4 +204,15 @@ TEST_F(Models, NameTheirRolesForViews) {
     EXPECT_EQ(conversations.roleNames().value(ConversationListModel::RelativeDateRole), "relativeDate");
     EXPECT_EQ(messages.roleNames().value(MessageListModel::IsSentRole), "isSent");
     EXPECT_EQ(calls.roleNames().value(CallListModel::IsMissedRole), "isMissed");
+}
+
+TEST_F(MessageList, ShowsALongMessageUpToAPointAndHasTheRest) {
+    messages.setMessages({sms("1", 1, std::string(100'000, 'x').c_str()), sms("1", 2, "short")});
+    const auto sizeOf = [this](int row, int role) {
+        return messages.data(messages.index(row), role).toString().size();
+    };
+    EXPECT_EQ(sizeOf(0, MessageListModel::ShownBodyRole), MessageListModel::mostShown);
+    EXPECT_EQ(sizeOf(0, MessageListModel::BodyRole), 100'000);
+    EXPECT_EQ(sizeOf(1, MessageListModel::ShownBodyRole), 5);
+    EXPECT_THAT(column(messages, MessageListModel::IsCutRole), ElementsAre("true", "false"));
 }

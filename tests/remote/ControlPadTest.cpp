@@ -91,3 +91,12 @@ TEST_F(RemoteTab, ViewsReadTheButtonsByName) {
               QStringLiteral("Global search"));
     EXPECT_EQ(SettingsView::shortcutRows().size(), 10);
 }
+
+TEST(ControlPad, AnIconThatStandsAloneHasANameToBeReadOut) {
+    std::vector<std::string> names;
+    for (const auto& button : mediaButtons() + volumeButtons()) {
+        names.push_back(button.name.toStdString());
+    }
+    EXPECT_THAT(names, ElementsAre("Previous", "Back 5 seconds", "Play or pause", "Forward 5 seconds", "Next",
+                                   "Volume down", "Volume up"));
+}

@@ -113,6 +113,12 @@ TEST_F(Accessibility, IsReadWhenTheWindowAppearsAndWhenTheUserComesBack) {
     EXPECT_EQ(fake.accessibilityTrust.prompts, 0) << "looking must not ask the user";
 }
 
+TEST_F(Accessibility, IsReadWhenTheUserAsks) {
+    fake.accessibilityTrust.isTrusted = true;
+    view.refreshAccessibility();
+    EXPECT_TRUE(view.isAccessibilityEnabled());
+}
+
 TEST_F(SystemStatus, TheAddressIsReadAnewWheneverItIsLookedAt) {
     const auto told = countSignals(view, &SettingsView::localIPChanged);
     EXPECT_EQ(SettingsView::localIP(), LocalIPAddress::current());

@@ -52,6 +52,14 @@ void greet(TestView& test, const QString& device, const QString& wifi, qint64 ba
     receive(test, phone::simInfoMessage(phone::demoSims()));
 }
 
+/// Shows the newest thread, with a draft, and a number that is being dialled.
+void openThread(TestView& test, const QString& draft, const QString& number) {
+    const auto& conversations = test.view.filteredConversations()->records();
+    test.view.openConversation(conversations.first().displayAddress);
+    test.view.setChatText(draft);
+    test.view.appendToDialpadNumber(number);
+}
+
 void one(TestView& test) {
     receive(test, phone::connectedMessage(QStringLiteral("Pixel 8")));
     receive(test, phone::batteryMessage(19, false));
@@ -64,6 +72,7 @@ void one(TestView& test) {
     notify(test, QStringLiteral("chat"), QStringLiteral("Ann"), QStringLiteral("Lunch?"), 30);
     test.store->addClipboard(QStringLiteral("The meeting is at 10"));
     transfer(test, QStringLiteral("holiday.jpg"), 2'345'678, false, 1);
+    openThread(test, {}, QStringLiteral("1"));
 }
 
 void many(TestView& test) {
@@ -85,6 +94,16 @@ void many(TestView& test) {
         transfer(test, QStringLiteral("picture-%1.jpg").arg(i), 1'234'567 * (i + 1), i % 2 == 0,
                  i % 4 == 0 ? 0.04 * i : 1);
     }
+    openThread(test, QStringLiteral("On my way 🚲"), QStringLiteral("+49171*31#"));
+    test.fake.accessibilityTrust.isTrusted = true;
+}
+
+/// A number is searched for that the phone does not know, and the thread of another is still empty.
+void newNumber(TestView& test) {
+    receive(test, phone::simInfoMessage({{.slot = 1, .carrier = QStringLiteral("Nordic Mobile")}}));
+    receive(test, phone::smsHistoryMessage(phone::demoSmsLog(QDateTime::currentMSecsSinceEpoch())));
+    test.view.openConversation(QStringLiteral("+49 30 901820"));
+    test.view.setContactQuery(QStringLiteral("+4"));
 }
 
 void longTexts(TestView& test) {
@@ -110,6 +129,7 @@ void longTexts(TestView& test) {
         QStringLiteral("A\n\nlist\nof\nshort\nlines\n\nthat\nis\nlonger\nthan\nten\nlines"));
     transfer(test, longName + longName + QStringLiteral(".tar.gz"), 1'234'567'890'123, true, 1);
     transfer(test, longName + QStringLiteral(".zip"), 1'234'567'890'123, false, 0.5);
+    openThread(test, longText, QStringLiteral("12345678901234567890123456789"));
 }
 
 void rightToLeft(TestView& test) {
@@ -135,6 +155,7 @@ void rightToLeft(TestView& test) {
     test.store->addClipboard(arabic);
     transfer(test, QStringLiteral("תמונה מהחופשה.jpg"), 999, false, 1);
     transfer(test, QStringLiteral("صورة.png"), 0, true, 0);
+    openThread(test, hebrew, {});
 }
 
 } // namespace
@@ -145,6 +166,7 @@ const std::vector<SampleState>& sampleStates() {
                                                   }},
                                                  {QStringLiteral("one"), one},
                                                  {QStringLiteral("many"), many},
+                                                 {QStringLiteral("new-number"), newNumber},
                                                  {QStringLiteral("long"), longTexts},
                                                  {QStringLiteral("right-to-left"), rightToLeft}};
     return states;

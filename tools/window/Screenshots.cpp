@@ -4,6 +4,7 @@
 #include "shell/QmlMainWindow.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QPalette>
 #include <QQuickView>
@@ -48,6 +49,7 @@ bool takeScreenshots(const QString& folder) {
     }
     for (const auto& state : sampleStates()) {
         TestView test;
+        test.fake.clock.time = static_cast<double>(QDateTime::currentSecsSinceEpoch());
         state.fill(test);
         for (const auto& entry : SettingsView::sidebarTabs()) {
             const auto map = entry.toMap();

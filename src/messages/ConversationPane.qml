@@ -1,0 +1,93 @@
+import QtQuick
+import Brenvale
+
+// All conversations, or those that hold what is searched for. A number that is typed can be written to.
+Item {
+    id: pane
+
+    required property SettingsView view
+    signal opened
+
+    Label {
+        id: title
+
+        x: Theme.padding
+        anchors.verticalCenter: refreshButton.verticalCenter
+        text: "Messages"
+        font: Theme.title2Bold
+        Accessible.role: Accessible.Heading
+    }
+    IconButton {
+        id: refreshButton
+
+        anchors {
+            right: parent.right
+            rightMargin: Theme.padding - 6
+            top: parent.top
+            topMargin: Theme.spacing
+        }
+        symbol: "view-refresh"
+        helpText: "Refresh messages"
+        onClicked: pane.view.requestSmsHistory()
+    }
+    ConversationSearch {
+        id: search
+
+        anchors {
+            left: parent.left
+            right: parent.right
+            top: refreshButton.bottom
+            margins: 12
+            topMargin: 8
+        }
+        view: pane.view
+    }
+    Hairline {
+        id: divider
+
+        y: search.y + search.height + 8
+        width: parent.width
+    }
+    Item {
+        id: area
+
+        anchors {
+            top: divider.bottom
+            left: parent.left
+            right: parent.right
+            bottom: parent.bottom
+        }
+
+        EmptyState {
+            anchors.fill: parent
+            visible: pane.view.showsNoMessages
+            symbol: "dialog-messages"
+            symbolSize: 32
+            symbolColor: Theme.withOpacity(Theme.secondary, 0.4)
+            title: "No Messages"
+            spacing: 8
+        }
+        NewNumberRow {
+            id: newNumber
+
+            x: 8
+            y: 4
+            width: parent.width - 16
+            visible: pane.view.showsNewNumberRow
+            number: pane.view.contactQuery
+            onClicked: {
+                pane.view.openNewNumber();
+                pane.opened();
+            }
+        }
+        ConversationList {
+            anchors {
+                fill: parent
+                topMargin: newNumber.visible ? newNumber.y + newNumber.height : 0
+            }
+            visible: !pane.view.showsNoMessages
+            view: pane.view
+            onOpened: pane.opened()
+        }
+    }
+}

@@ -1,0 +1,60 @@
+import QtQuick
+import Brenvale
+
+// The search field, which takes a number to write to as well.
+Rectangle {
+    id: search
+
+    required property SettingsView view
+
+    implicitHeight: field.implicitHeight + 12 - 8
+    radius: 8
+    color: Theme.controlBackground
+    border.width: Theme.isHighContrast ? 1 : 0
+    border.color: Theme.primary
+
+    Symbol {
+        id: glass
+
+        x: 8
+        anchors.verticalCenter: parent.verticalCenter
+        name: "edit-find"
+        color: Theme.secondary
+    }
+    TextInputField {
+        id: field
+
+        anchors {
+            left: glass.right
+            leftMargin: 6
+            right: clearButton.visible ? clearButton.left : parent.right
+            rightMargin: 6
+            verticalCenter: parent.verticalCenter
+        }
+        hasFrame: false
+        placeholderText: "To: Search or type number…"
+        text: search.view.contactQuery
+        onTextEdited: search.view.contactQuery = text
+    }
+    IconButton {
+        id: clearButton
+
+        anchors {
+            right: parent.right
+            rightMargin: 4
+            verticalCenter: parent.verticalCenter
+        }
+        visible: search.view.contactQuery !== ""
+        size: 24
+        symbol: "edit-clear"
+        helpText: "Clear search"
+        onClicked: {
+            search.view.contactQuery = "";
+            field.forceActiveFocus();
+        }
+    }
+    FocusRing {
+        radius: parent.radius + Theme.focusRingWidth + 1
+        isShown: field.activeFocus
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import Brenvale
+
+// The open thread and the line to answer in.
+Item {
+    id: pane
+
+    required property SettingsView view
+
+    function takeKeyboard() {
+        if (thread.item) {
+            (thread.item as Thread).takeKeyboard();
+        }
+    }
+
+    EmptyState {
+        anchors.fill: parent
+        visible: !pane.view.hasActiveRecipient
+        symbol: "dialog-messages"
+        symbolSize: 48
+        title: "Select a conversation or search for a contact to begin."
+        titleWidth: 300
+        spacing: 12
+    }
+    Loader {
+        id: thread
+
+        anchors.fill: parent
+        active: pane.view.hasActiveRecipient
+        sourceComponent: Thread {
+            view: pane.view
+        }
+    }
+}

@@ -1,0 +1,53 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Brenvale
+
+// What plays on the phone, and how loud.
+Row {
+    id: buttons
+
+    required property SettingsView view
+
+    spacing: 20
+
+    ControlGroup {
+        title: "Media"
+        spacing: 8
+
+        Row {
+            spacing: 8
+
+            Repeater {
+                model: buttons.view.mediaButtons
+
+                delegate: PadButton {
+                    controlSize: "large"
+                    implicitWidth: 48
+                    onClicked: buttons.view.sendMediaCommand(modelData.command)
+                }
+            }
+        }
+    }
+    Hairline {
+        anchors.verticalCenter: parent.verticalCenter
+        height: 50
+    }
+    ControlGroup {
+        title: "Volume"
+        spacing: 8
+
+        Row {
+            spacing: 8
+
+            Repeater {
+                model: buttons.view.volumeButtons
+
+                delegate: PadButton {
+                    implicitWidth: 40
+                    onClicked: buttons.view.sendMediaCommand(modelData.command)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,185 @@
+"""The real window, read over AT-SPI and used with keyboard and pointer."""
+import json
+import os
+import time
+import unittest
+
+from brenvale_desk import Program, Recorder, free_port, listening, main, wait_until
+from desk import Desk
+
+desk = Desk()
+os.environ.update(desk.env)  # the accessibility library finds its bus by the environment of this process
+from accessible import Application, add_accessibility  # noqa: E402
+
+add_accessibility(desk)
+unittest.addModuleCleanup(desk.close)
+
+NOW = time.time() * 1000
+TABS = ['Call', 'SMS', 'File Drop', 'Notifications', 'Remote', 'Clipboard', 'Settings', 'Info']
+
+
+def sms(address, body, age=0, name=None, kind=1):
+    record = {'address': address, 'body': body, 'date': NOW - age, 'type': kind}
+    return record | ({'name': name} if name else {})
+
+
+class WindowTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.recorder = Recorder(desk)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.recorder.stop()
+
+    def setUp(self):
+        self.program = Program(desk).wait_listening()
+        self.addCleanup(self.program.stop)
+        self.phone = self.program.connect()
+        self.addCleanup(self.phone.socket.close)
+        self.phone.send_json(action='connected', deviceName='Pixel')
+        self.phone.send_json(action='sim_info', sims=[{'slot': 0, 'carrier': 'First'}])
+
+    def open(self, action):
+        desk.run('gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path', '/org/brenvale/Brenvale',
+                 '--method', 'org.freedesktop.Application.ActivateAction', action, '[]', '{}')
+        self.window = Application(desk, self.program.process.pid)
+        wait_until(lambda: desk.run('xdotool', 'getactivewindow', 'getwindowname', check=False).strip() == 'Brenvale Settings',
+                   'the window in front')
+        return self.window
+
+    def sent(self, action):
+        """The messages of that action which the phone has got since it was last asked, once there is one."""
+        messages = []
+
+        def arrived():
+            messages.extend(json.loads(payload) for _, payload in self.phone.ping())
+            return [message for message in messages if message['action'] == action]
+        return wait_until(arrived, f'a "{action}"')
+
+
+class TabsTest(WindowTest):
+    def test_every_tab_is_reached_from_the_sidebar_and_reads(self):
+        window = self.open('settings')
+        contents = {'Call': 'Recent Calls', 'SMS': 'Messages', 'File Drop': 'Send Files...', 'Notifications': 'No notifications yet',
+                    'Remote': 'Control Android Device', 'Clipboard': 'Send Current Mac Clipboard', 'Settings': 'Server & Network',
+                    'Info': 'Description'}
+        for tab in TABS:
+            with self.subTest(tab):
+                window.click(window.find('list item', tab))
+                window.wait_for_text(contents[tab])
+
+    def test_the_tab_of_the_last_time_comes_back(self):
+        self.open('info').wait_for_text('Description')
+        self.program.stop()
+        self.assertIn('selectedSettingsTab=3', (self.program.config / 'brenvale/brenvale.conf').read_text())
+
+
+class NotificationsTest(WindowTest):
+    def test_read_reply_and_clear(self):
+        self.phone.send_json(app='Chat', title='Ann Lee', body='Are you coming?', key='k1')
+        window = self.open('notifications')
+        window.wait_for_text('Are you coming?')
+        window.press('push button', 'Reply')
+        window.click(window.find('text'))
+        window.type('On my way')
+        window.key('Return')
+        self.assertEqual(self.sent('reply'), [{'action': 'reply', 'key': 'k1', 'message': 'On my way'}])
+        window.press('push button', 'Clear All')
+        window.wait_for_text('No notifications yet')
+
+
+class MessagesTest(WindowTest):
+    def setUp(self):
+        super().setUp()
+        self.window = self.open('sms')
+        self.sent('get_sms_history')
+        self.phone.send_json(action='sms_history', messages=[
+            sms('+49 170 1234567', 'The first', age=2000, name='Ann Lee'), sms('+491701234567', 'The answer', age=1000, kind=2),
+            sms('BANK', 'Your code is 42', age=5000)])
+        self.window.wait_for_text('Ann Lee')
+
+    def open_thread(self, name):
+        self.window.click(self.window.find_starting('push button', name))
+
+    def test_open_a_thread_and_send(self):
+        self.open_thread('Ann Lee')
+        self.window.wait_for_text('The answer')
+        self.window.click(self.window.find('text', 'Text Message'))
+        self.window.type('See you')
+        self.window.key('Return')
+        self.assertEqual(self.sent('send_sms'), [{'action': 'send_sms', 'number': '491701234567', 'body': 'See you', 'simSlot': 0}])
+        self.window.wait_for_text('See you')
+
+    def test_search(self):
+        self.window.click(self.window.find('text', 'To: Search or type number…'))
+        self.window.type('code is')
+        self.window.wait(lambda: not any('Ann Lee' in text for text in self.window.texts()), 'the others to go')
+        self.window.wait_for_text('BANK')
+        self.window.press('push button', 'Clear search')
+        self.window.wait_for_text('Ann Lee')
+
+    def test_a_new_number(self):
+        self.window.click(self.window.find('text', 'To: Search or type number…'))
+        self.window.type('0301234')
+        self.window.wait_for_text('New message to')
+        self.open_thread('New message to')
+        self.window.wait_for_text('New Conversation')
+
+
+class CallsTest(WindowTest):
+    def test_the_pad_has_the_keyboard_and_dials(self):
+        window = self.open('call')
+        window.wait_for_text('Recent Calls')
+        window.key('0', '3', '0', '4', '5', 'BackSpace', 'x', '9')
+        window.wait_for_text('03049')
+        window.key('Return')
+        self.assertEqual(self.sent('make_call'), [{'action': 'make_call', 'number': '03049', 'simSlot': 0}])
+
+    def test_a_call_in_the_log_is_called_again(self):
+        window = self.open('call')
+        self.sent('get_call_history')
+        self.phone.send_json(action='call_history', calls=[
+            {'number': '+4930555', 'name': 'Bob', 'date': NOW, 'duration': 0, 'type': 1}])
+        window.wait_for_text('Bob')
+        window.click(window.find_starting('push button', 'Incoming call, Bob'))
+        self.assertEqual(self.sent('make_call')[0]['number'], '+4930555')
+
+
+class RemoteTest(WindowTest):
+    def test_buttons_and_shortcuts(self):
+        window = self.open('remote')
+        window.press('push button', 'Play or pause')
+        self.assertEqual(self.sent('media_command')[0]['command'], 'play_pause')
+        window.press('push button', 'Recents')
+        self.assertEqual(self.sent('nav_command')[0]['command'], 'recents')
+        window.key('Up')
+        self.assertEqual(self.sent('nav_command')[0]['command'], 'dpad_up')
+
+
+class SettingsTest(WindowTest):
+    def test_another_port_after_a_restart(self):
+        window = self.open('settings')
+        port = free_port()
+        window.click(window.find('text', 'Port'))
+        window.key('ctrl+a')
+        window.type(str(port))
+        window.key('Return')
+        window.press('push button', 'Restart')
+        wait_until(lambda: listening(port), 'the new port')
+        self.assertFalse(listening(self.program.port))
+
+    def test_launch_at_login(self):
+        window = self.open('settings')
+        switch = window.find('check box', 'Launch at login')
+        self.assertFalse(window.is_checked(switch))
+        window.click(switch)
+        window.wait(lambda: window.is_checked(switch), 'the switch to be on')
+        entry = self.program.config / 'autostart/org.brenvale.Brenvale.desktop'
+        wait_until(entry.exists, 'the entry')
+        window.click(switch)
+        wait_until(lambda: not entry.exists(), 'the entry to go')
+
+
+if __name__ == '__main__':
+    main()
