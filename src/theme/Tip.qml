@@ -6,7 +6,9 @@ import Brenvale
 T.ToolTip {
     id: tip
 
-    visible: true
+    property bool isWanted: true
+
+    visible: isWanted
     delay: 600
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + 4 : 0
