@@ -6,7 +6,7 @@
 namespace brenvale {
 
 /// The messages of the open thread, oldest first. On main.
-class MessageListModel : public RecordListModel<SmsRecord> {
+class MessageListModel final : public RecordListModel<SmsRecord> {
     Q_OBJECT
 
 public:

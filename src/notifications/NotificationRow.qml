@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Brenvale
 
@@ -88,12 +86,19 @@ ListRow {
                 onClicked: row.view.openReply(row.rowId)
             }
             Loader {
-                active: row.isReplying
-                visible: active
+                readonly property bool isWanted: row.isReplying
+
                 width: parent.width
-                sourceComponent: ReplyLine {
-                    view: row.view
-                    rowId: row.rowId
+                visible: isWanted
+                onIsWantedChanged: load()
+                Component.onCompleted: load()
+
+                function load() {
+                    if (isWanted) {
+                        setSource("ReplyLine.qml", {view: row.view, rowId: row.rowId});
+                    } else {
+                        source = "";
+                    }
                 }
             }
         }

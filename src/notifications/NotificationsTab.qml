@@ -8,7 +8,7 @@ Rectangle {
     id: tab
 
     required property SettingsView view
-    readonly property bool isEmpty: list.count === 0
+    readonly property bool isEmpty: view.items.count === 0
 
     color: Theme.controlBackground
 
@@ -23,8 +23,6 @@ Rectangle {
         description: "Notifications forwarded from your Android phone will appear here."
     }
     ScrollList {
-        id: list
-
         anchors {
             fill: parent
             bottomMargin: footer.height

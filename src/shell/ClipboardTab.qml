@@ -8,7 +8,7 @@ Rectangle {
     id: tab
 
     required property SettingsView view
-    readonly property bool isEmpty: list.count === 0
+    readonly property bool isEmpty: view.clipboardHistory.count === 0
 
     color: Theme.controlBackground
 
@@ -34,8 +34,6 @@ Rectangle {
         title: "No received items yet"
     }
     ScrollList {
-        id: list
-
         anchors {
             fill: parent
             topMargin: header.height

@@ -51,6 +51,11 @@ void QmlMainWindow::buildView() {
     volatile auto typesOfModule = &qml_register_types_Brenvale;
     Q_UNUSED(typesOfModule);
 
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
+        // Flat colours and text need no graphics card, and its drivers take more memory than all of the
+        // window.
+        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
+    }
     view_ = std::make_unique<QQuickView>();
     auto* engine = view_->engine();
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -66,6 +71,7 @@ void QmlMainWindow::buildView() {
 
 bool QmlMainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == view_.get() && event->type() == QEvent::Close) {
+        geometry_ = view_->geometry();
         // The view is on the stack: it goes when the event is done with.
         QMetaObject::invokeMethod(this, &QmlMainWindow::releaseView, Qt::QueuedConnection);
     }
@@ -76,7 +82,6 @@ void QmlMainWindow::releaseView() {
     if (view_ == nullptr || view_->isVisible()) {
         return;
     }
-    geometry_ = view_->geometry();
     view_.reset();
     malloc_trim(0);
     if (windowWillClose) {

@@ -49,12 +49,12 @@ class SettingsView final : public QObject {
     Q_PROPERTY(bool showSuggestions READ showSuggestions NOTIFY contactQueryChanged)
     Q_PROPERTY(bool showsNewNumberRow READ showsNewNumberRow NOTIFY contactQueryChanged)
     Q_PROPERTY(bool showsNoMessages READ showsNoMessages NOTIFY showsNoMessagesChanged)
-    Q_PROPERTY(brenvale::ConversationListModel* filteredConversations READ filteredConversations CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* filteredConversations READ filteredConversations CONSTANT)
     Q_PROPERTY(bool hasActiveRecipient READ hasActiveRecipient NOTIFY activeRecipientChanged)
     Q_PROPERTY(QString activeRecipient READ activeRecipientText NOTIFY activeRecipientChanged)
     Q_PROPERTY(QString threadName READ threadName NOTIFY threadNameChanged)
     Q_PROPERTY(bool showsThreadAddress READ showsThreadAddress NOTIFY threadNameChanged)
-    Q_PROPERTY(brenvale::MessageListModel* activeMessages READ activeMessages CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* activeMessages READ activeMessages CONSTANT)
     Q_PROPERTY(QString chatText READ chatText WRITE setChatText NOTIFY chatTextChanged)
 
     // SIMs, for messages and calls
@@ -66,15 +66,15 @@ class SettingsView final : public QObject {
     // Calls
     Q_PROPERTY(QString dialpadNumber READ dialpadNumber NOTIFY dialpadNumberChanged)
     Q_PROPERTY(QVariantList dialButtons READ dialButtons CONSTANT)
-    Q_PROPERTY(brenvale::CallListModel* phoneCallLog READ callListModel CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* phoneCallLog READ callListModel CONSTANT)
 
     // Notifications, Clipboard, File Drop
-    Q_PROPERTY(brenvale::NotifListModel* items READ items CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* items READ items CONSTANT)
     Q_PROPERTY(QString notificationCountText READ notificationCountText NOTIFY notificationCountTextChanged)
     Q_PROPERTY(QString replyingTo READ replyingTo NOTIFY replyingToChanged)
     Q_PROPERTY(QString replyText READ replyText WRITE setReplyText NOTIFY replyTextChanged)
-    Q_PROPERTY(brenvale::ClipboardListModel* clipboardHistory READ clipboardHistory CONSTANT)
-    Q_PROPERTY(brenvale::FileTransferListModel* fileTransfers READ fileTransfers CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* clipboardHistory READ clipboardHistory CONSTANT)
+    Q_PROPERTY(brenvale::CountedListModel* fileTransfers READ fileTransfers CONSTANT)
 
     // Remote
     Q_PROPERTY(QVariantList mediaButtons READ mediaButtons CONSTANT)

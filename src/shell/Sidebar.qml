@@ -22,30 +22,30 @@ Item {
         helpText: "Hide Sidebar"
         onClicked: sidebar.hideRequested()
     }
-    ListView {
+    // Eight rows need no list that makes them as they come into sight.
+    Column {
         id: list
 
+        readonly property int place: placeOf(sidebar.view.selectedTab)
+
         anchors {
-            fill: parent
+            left: parent.left
+            right: parent.right
+            top: hideButton.bottom
             margins: Theme.spacing
-            topMargin: hideButton.y + hideButton.height + 4
+            topMargin: 4
         }
-        clip: contentHeight > height
         spacing: 2
-        boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: true
-        model: sidebar.view.sidebarTabs
-        currentIndex: placeOf(sidebar.view.selectedTab)
-        keyNavigationEnabled: false
 
         Accessible.role: Accessible.List
         Accessible.name: "Tabs"
 
-        Keys.onUpPressed: select(currentIndex - 1)
-        Keys.onDownPressed: select(currentIndex + 1)
+        Keys.onUpPressed: select(place - 1)
+        Keys.onDownPressed: select(place + 1)
 
         function placeOf(tab) {
-            for (let place = 0; place < count; ++place) {
+            for (let place = 0; place < entries.count; ++place) {
                 if (sidebar.view.sidebarTabs[place].tab === tab) {
                     return place;
                 }
@@ -53,25 +53,31 @@ Item {
             return -1;
         }
 
-        function select(index) {
-            if (index >= 0 && index < count) {
-                sidebar.view.selectedTab = sidebar.view.sidebarTabs[index].tab;
+        function select(place) {
+            if (place >= 0 && place < entries.count) {
+                sidebar.view.selectedTab = sidebar.view.sidebarTabs[place].tab;
             }
         }
 
-        delegate: SidebarRow {
-            required property var modelData
+        Repeater {
+            id: entries
 
-            width: ListView.view.width
-            label: modelData.label
-            symbol: modelData.icon
-            isSelected: sidebar.view.selectedTab === modelData.tab
-            showsLabel: sidebar.showLabels
-            onClicked: sidebar.view.selectedTab = modelData.tab
+            model: sidebar.view.sidebarTabs
 
-            FocusRing {
-                radius: Theme.fieldRadius + Theme.focusRingWidth + 1
-                isShown: list.activeFocus && parent.isSelected
+            SidebarRow {
+                required property var modelData
+
+                width: list.width
+                label: modelData.label
+                symbol: modelData.icon
+                isSelected: sidebar.view.selectedTab === modelData.tab
+                showsLabel: sidebar.showLabels
+                onClicked: sidebar.view.selectedTab = modelData.tab
+
+                FocusRing {
+                    radius: Theme.fieldRadius + Theme.focusRingWidth + 1
+                    isShown: list.activeFocus && parent.isSelected
+                }
             }
         }
     }

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Brenvale
@@ -49,11 +47,14 @@ T.AbstractButton {
     }
 
     Loader {
-        active: control.hovered || control.visualFocus
-        sourceComponent: Tip {
-            parent: control
-            text: control.helpText
-            isWanted: true
+        readonly property bool isWanted: control.hovered || control.visualFocus
+
+        onIsWantedChanged: {
+            if (isWanted) {
+                setSource("Tip.qml", {parent: control, text: control.helpText});
+            } else {
+                source = "";
+            }
         }
     }
 }

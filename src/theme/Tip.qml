@@ -6,9 +6,9 @@ import Brenvale
 T.ToolTip {
     id: tip
 
-    property bool isWanted: false
+    property bool isWanted: true
 
-    visible: isWanted && text !== ""
+    visible: isWanted
     delay: 600
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + 4 : 0

@@ -19,7 +19,7 @@ Rectangle {
         description: "Easily move files between your Mac and Android. Received files are saved to your Downloads folder."
         actionText: "Send Files..."
         actionSymbol: "document-send"
-        canClear: list.count > 0
+        canClear: tab.view.fileTransfers.count > 0
         onActionTriggered: FilePicker.open()
         onClearTriggered: tab.view.clearFileTransfers()
     }
@@ -31,8 +31,6 @@ Rectangle {
         }
     }
     ScrollList {
-        id: list
-
         anchors {
             fill: parent
             topMargin: header.height

@@ -1,0 +1,150 @@
+#include "ShownWindow.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QTemporaryFile>
+
+#include <gmock/gmock.h>
+
+using namespace brenvale;
+using testing::HasSubstr;
+
+namespace {
+
+using ClipboardTabTest = ShownWindow;
+using FileDropTest = ShownWindow;
+
+struct NotificationsTest : ShownWindow {
+    void notify(const char* app) {
+        receive(QByteArray(R"({"app":"%1","title":"","body":""})").replace("%1", app).toStdString());
+    }
+};
+
+} // namespace
+
+TEST_F(ClipboardTabTest, AnEmptyHistoryInvitesAndCannotBeCleared) {
+    show(SettingsView::ClipboardTab);
+    EXPECT_TRUE(shows("No received items yet"));
+    EXPECT_FALSE(shows("Clear History"));
+}
+
+TEST_F(ClipboardTabTest, ClearHistoryEmptiesIt) {
+    store->addClipboard(QStringLiteral("one"));
+    show(SettingsView::ClipboardTab);
+    EXPECT_FALSE(shows("No received items yet"));
+    ASSERT_TRUE(press("Clear History"));
+    EXPECT_TRUE(store->clipboardHistory.get().isEmpty());
+    EXPECT_TRUE(shows("No received items yet"));
+}
+
+TEST_F(ClipboardTabTest, TheButtonCopiesAllOfATextThatTheRowCuts) {
+    const auto text = QStringLiteral("line\n").repeated(40);
+    store->addClipboard(text);
+    show(SettingsView::ClipboardTab);
+    ASSERT_TRUE(press("Copy to Mac Clipboard"));
+    EXPECT_EQ(fake.pasteboard.calls.last(), QStringLiteral("set:") + text);
+}
+
+TEST_F(ClipboardTabTest, SendsWhatIsOnTheClipboard) {
+    connect();
+    show(SettingsView::ClipboardTab);
+    (void)takeSent();
+    ASSERT_TRUE(press("Send Current Mac Clipboard"));
+    EXPECT_TRUE(takeSent().empty()) << "there is nothing on it";
+    fake.pasteboard.contents = QStringLiteral("hello");
+    ASSERT_TRUE(press("Send Current Mac Clipboard"));
+    const auto sent = takeSent();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_THAT(sent.front().toStdString(), HasSubstr("hello"));
+}
+
+TEST_F(NotificationsTest, NoneAreAnEmptyStateWithoutAFooter) {
+    show(SettingsView::NotificationsTab);
+    EXPECT_TRUE(shows("No notifications yet"));
+    EXPECT_TRUE(shows("Notifications forwarded from your Android phone will appear here."));
+    EXPECT_FALSE(shows("Clear All"));
+}
+
+TEST_F(NotificationsTest, TheFooterCountsAndClears) {
+    notify("Chat");
+    show(SettingsView::NotificationsTab);
+    EXPECT_TRUE(shows("1 notification"));
+    notify("Mail");
+    settle();
+    EXPECT_TRUE(shows("2 notifications"));
+    ASSERT_TRUE(press("Clear All"));
+    EXPECT_TRUE(store->items.get().isEmpty());
+    EXPECT_TRUE(shows("No notifications yet"));
+}
+
+TEST_F(NotificationsTest, OneThatSaysNothingHasAName) {
+    notify("");
+    show(SettingsView::NotificationsTab);
+    EXPECT_TRUE(shows("Notification"));
+    EXPECT_TRUE(shows("Reply"));
+}
+
+TEST_F(NotificationsTest, CancelKeepsTheDraftForTheNextReply) {
+    notify("Chat");
+    show(SettingsView::NotificationsTab);
+    ASSERT_TRUE(press("Reply"));
+    EXPECT_FALSE(shows("Reply")) << "the line is in its place";
+    view.setReplyText(QStringLiteral("soon"));
+    ASSERT_TRUE(press("Cancel"));
+    EXPECT_FALSE(shows("Type reply..."));
+    ASSERT_TRUE(press("Reply"));
+    EXPECT_EQ(view.replyText(), QStringLiteral("soon"));
+    EXPECT_EQ(find(QStringLiteral("Type reply..."))->text(QAccessible::Value), QStringLiteral("soon"));
+}
+
+TEST_F(NotificationsTest, AnEmptyReplyIsSentToo) {
+    connect();
+    notify("Chat");
+    show(SettingsView::NotificationsTab);
+    (void)takeSent();
+    ASSERT_TRUE(press("Reply"));
+    ASSERT_TRUE(press("Send"));
+    EXPECT_EQ(takeSent().size(), 1U);
+    EXPECT_FALSE(shows("Type reply..."));
+}
+
+TEST_F(FileDropTest, ARowShowsHowFarItIsAndThenWhatBecameOfIt) {
+    FileTransferRecord record;
+    record.id = QUuid::createUuid();
+    record.fileName = QStringLiteral("a.jpg");
+    record.progress = 0.5;
+    store->addFileTransfer(record);
+    show(SettingsView::FileDropTab);
+    EXPECT_TRUE(shows("a.jpg"));
+    EXPECT_TRUE(shows("50%"));
+    EXPECT_FALSE(shows("Show in Finder")) << "it is nowhere yet";
+    store->updateFileTransfer(record.id, 1, true, QUrl::fromLocalFile(QStringLiteral("/tmp/a.jpg")));
+    settle();
+    EXPECT_FALSE(shows("50%"));
+    ASSERT_TRUE(press("Show in Finder"));
+    EXPECT_EQ(fake.fileViewer.shown, QList{QUrl::fromLocalFile(QStringLiteral("/tmp/a.jpg"))});
+}
+
+TEST_F(FileDropTest, AnEmptyListIsJustThatAndCannotBeCleared) {
+    show(SettingsView::FileDropTab);
+    EXPECT_TRUE(shows("File Drop"));
+    EXPECT_FALSE(shows("Clear History"));
+}
+
+TEST_F(FileDropTest, SendFilesOpensAPickerForSeveralFilesAndSendsWhatItGives) {
+    show(SettingsView::FileDropTab);
+    ASSERT_TRUE(press("Send Files..."));
+    QFileDialog* picker = nullptr;
+    for (auto* widget : QApplication::topLevelWidgets()) {
+        picker = picker == nullptr ? qobject_cast<QFileDialog*>(widget) : picker;
+    }
+    ASSERT_NE(picker, nullptr);
+    EXPECT_EQ(picker->fileMode(), QFileDialog::ExistingFiles);
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    emit picker->urlsSelected({QUrl::fromLocalFile(file.fileName())});
+    picker->close();
+    settle();
+    ASSERT_EQ(store->fileTransfers.get().size(), 1);
+    EXPECT_TRUE(store->fileTransfers.get().first().isOutgoing);
+}

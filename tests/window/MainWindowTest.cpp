@@ -1,0 +1,113 @@
+#include "ShownWindow.h"
+
+#include <QQuickItem>
+
+#include <gmock/gmock.h>
+
+using namespace brenvale;
+using testing::ElementsAre;
+
+namespace {
+
+using MainWindowTest = ShownWindow;
+using SidebarTest = ShownWindow;
+
+} // namespace
+
+TEST_F(MainWindowTest, NothingOfItExistsBeforeItIsShown) {
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.view(), nullptr);
+    EXPECT_TRUE(fake.userNotificationCenter.calls.isEmpty());
+}
+
+TEST_F(MainWindowTest, HasItsTitleAndItsSizes) {
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.view()->title(), QStringLiteral("Brenvale Settings"));
+    EXPECT_EQ(window.view()->size(), QSize(850, 550));
+    EXPECT_EQ(window.view()->minimumSize(), QSize(800, 500));
+}
+
+TEST_F(MainWindowTest, EachOpeningAsksForBothHistories) {
+    connect();
+    for (int opening = 0; opening < 2; ++opening) {
+        show(SettingsView::InfoTab);
+        EXPECT_EQ(takeSent().size(), 2U);
+        close();
+    }
+}
+
+TEST_F(MainWindowTest, ShowingItAgainWhileItIsOpenAsksForNothing) {
+    connect();
+    show(SettingsView::InfoTab);
+    (void)takeSent();
+    show(SettingsView::SettingsTab);
+    EXPECT_TRUE(takeSent().empty());
+}
+
+TEST_F(MainWindowTest, ClosingItTellsAndGivesBackWhatShowingItTook) {
+    int closings = 0;
+    window.windowWillClose = [&closings] {
+        ++closings;
+    };
+    show(SettingsView::InfoTab);
+    close();
+    EXPECT_EQ(closings, 1);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.view(), nullptr);
+}
+
+TEST_F(MainWindowTest, ComesBackAsItWas) {
+    receive(R"({"app":"Chat","title":"Ann","body":"Lunch?"})");
+    show(SettingsView::NotificationsTab);
+    ASSERT_TRUE(press("Reply"));
+    view.setReplyText(QStringLiteral("On my way"));
+    window.view()->resize(900, 600);
+    close();
+    show(SettingsView::NotificationsTab);
+    EXPECT_EQ(window.view()->size(), QSize(900, 600));
+    EXPECT_TRUE(shows("Type reply..."));
+    EXPECT_EQ(view.replyText(), QStringLiteral("On my way"));
+}
+
+TEST_F(MainWindowTest, ShowsTheTabThatTheSettingsName) {
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(shows("Version 1.0 (Build 1)"));
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), SettingsView::ClipboardTab);
+    settle();
+    EXPECT_FALSE(shows("Version 1.0 (Build 1)"));
+    EXPECT_TRUE(shows("No received items yet"));
+}
+
+TEST_F(SidebarTest, HasAllTabsInItsOrder) {
+    show(SettingsView::InfoTab);
+    EXPECT_THAT(namesOf(QAccessible::ListItem),
+                ElementsAre(QStringLiteral("Call"), QStringLiteral("SMS"), QStringLiteral("File Drop"),
+                            QStringLiteral("Notifications"), QStringLiteral("Remote"),
+                            QStringLiteral("Clipboard"), QStringLiteral("Settings"), QStringLiteral("Info")));
+}
+
+TEST_F(SidebarTest, AnEntryOpensItsTab) {
+    show(SettingsView::InfoTab);
+    ASSERT_TRUE(press("Clipboard"));
+    EXPECT_EQ(view.selectedTab(), SettingsView::ClipboardTab);
+    EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), SettingsView::ClipboardTab);
+    EXPECT_TRUE(shows("No received items yet"));
+}
+
+TEST_F(SidebarTest, AnUnknownTabSelectsNothingAndAnyEntryRecovers) {
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 99);
+    window.makeKeyAndOrderFront();
+    settle();
+    EXPECT_FALSE(find(QStringLiteral("Call"))->state().selected);
+    ASSERT_TRUE(press("Info"));
+    EXPECT_TRUE(find(QStringLiteral("Info"))->state().selected);
+}
+
+TEST_F(SidebarTest, CanBeHiddenAndComesBack) {
+    show(SettingsView::InfoTab);
+    ASSERT_TRUE(press("Hide Sidebar"));
+    EXPECT_FALSE(shows("File Drop"));
+    ASSERT_TRUE(press("Show Sidebar"));
+    EXPECT_TRUE(shows("File Drop"));
+}

@@ -1,0 +1,98 @@
+#include "ShownWindow.h"
+
+using namespace brenvale;
+
+namespace {
+
+using SettingsTabTest = ShownWindow;
+using InfoTabTest = ShownWindow;
+
+} // namespace
+
+TEST_F(SettingsTabTest, WithoutAPhoneItSaysHowToConnectOne) {
+    show(SettingsView::SettingsTab);
+    EXPECT_TRUE(shows("Not Connected"));
+    EXPECT_TRUE(shows(
+        "Download 'Brenvale Android' and enter this IP and Port in the app settings to link your devices."));
+}
+
+TEST_F(SettingsTabTest, WithAPhoneItShowsWhoItIs) {
+    show(SettingsView::SettingsTab);
+    store->connectedRemoteIP.set(QStringLiteral("192.168.1.7"));
+    settle();
+    EXPECT_FALSE(shows("Not Connected"));
+    EXPECT_TRUE(shows("IP: 192.168.1.7"));
+    store->isCharging.set(true);
+    settle();
+    EXPECT_FALSE(shows("%")) << "a charger alone is no battery";
+    store->connectedDeviceName.set(QStringLiteral("Pixel"));
+    store->batteryLevel.set(19);
+    settle();
+    EXPECT_TRUE(shows("Pixel"));
+    EXPECT_TRUE(shows("19%"));
+}
+
+TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
+    show(SettingsView::SettingsTab);
+    EXPECT_FALSE(shows("Restart"));
+    view.commitPort(QStringLiteral("9000"));
+    settle();
+    ASSERT_TRUE(press("Restart"));
+    EXPECT_EQ(transport.ports.back(), 9000);
+    EXPECT_FALSE(shows("Restart"));
+}
+
+TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
+    show(SettingsView::SettingsTab);
+    ASSERT_TRUE(press("Copy IP address"));
+    EXPECT_EQ(fake.pasteboard.calls,
+              QStringList({QStringLiteral("clear"), QStringLiteral("set:") + view.localIP()}));
+}
+
+TEST_F(SettingsTabTest, NotificationsThatWereNotAskedForAreAskedFor) {
+    fake.userNotificationCenter.status = AuthorizationStatus::notDetermined;
+    show(SettingsView::SettingsTab);
+    EXPECT_FALSE(shows("Enabled"));
+    fake.userNotificationCenter.status = AuthorizationStatus::authorized;
+    ASSERT_TRUE(press("Request Permission"));
+    EXPECT_TRUE(shows("Enabled"));
+    EXPECT_FALSE(shows("Request Permission"));
+}
+
+TEST_F(SettingsTabTest, BlockedNotificationsLeadToTheDesktopsSettings) {
+    fake.userNotificationCenter.status = AuthorizationStatus::denied;
+    show(SettingsView::SettingsTab);
+    ASSERT_TRUE(press("Blocked - Open System Settings"));
+    EXPECT_EQ(fake.systemSettings.opened, std::vector{SystemSettings::Pane::notifications});
+}
+
+TEST_F(SettingsTabTest, ProvisionalAndEphemeralPermissionsAreEnabledToo) {
+    for (const auto status : {AuthorizationStatus::provisional, AuthorizationStatus::ephemeral}) {
+        fake.userNotificationCenter.status = status;
+        show(SettingsView::SettingsTab);
+        EXPECT_TRUE(shows("Enabled"));
+        close();
+    }
+}
+
+TEST_F(SettingsTabTest, TheSwitchRegistersTheLoginItem) {
+    show(SettingsView::SettingsTab);
+    auto* control = find(QStringLiteral("Launch at login"));
+    ASSERT_NE(control, nullptr);
+    for (const bool isOn : {true, false}) {
+        for (const auto& name : namesOf(QAccessible::CheckBox)) {
+            EXPECT_EQ(name, QStringLiteral("Launch at login"));
+        }
+        view.setLaunchAtLogin(isOn);
+        settle();
+        EXPECT_EQ(fake.loginItem.enabled, isOn);
+    }
+}
+
+TEST_F(InfoTabTest, TellsWhatItIsAndWhoMakesIt) {
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(shows("Version 1.0 (Build 1)"));
+    EXPECT_TRUE(shows("Description"));
+    EXPECT_TRUE(shows("Visit Profile"));
+    EXPECT_TRUE(shows("Support via Paylane"));
+}
