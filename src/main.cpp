@@ -6,6 +6,7 @@
 #include "platform/linux/DisplayProbe.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
+#include "platform/linux/WindowActivation.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
 #include "shell/SettingsView.h"
@@ -69,8 +70,11 @@ int main(int argc, char* argv[]) {
     TcpTransport transport(linkQueue);
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
-    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(),
-                         [](SettingsView& view) { return std::make_unique<QmlMainWindow>(view); });
+    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(), [](SettingsView& view) {
+        auto window = std::make_unique<QmlMainWindow>(view);
+        window->activate = activateWindowForUser;
+        return window;
+    });
     instance.activate = [&delegate] {
         delegate.applicationShouldHandleReopen();
     };

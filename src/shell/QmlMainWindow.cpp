@@ -3,6 +3,7 @@
 #include "theme/SymbolImageProvider.h"
 
 #include <QCloseEvent>
+#include <QIcon>
 #include <QQmlEngine>
 #include <QQuickView>
 #include <QScreen>
@@ -43,8 +44,12 @@ void QmlMainWindow::makeKeyAndOrderFront() {
         view_->setWindowStates(view_->windowStates() & ~Qt::WindowMinimized);
     }
     view_->show();
-    view_->raise();
-    view_->requestActivate();
+    if (activate) {
+        activate(*view_);
+    } else {
+        view_->raise();
+        view_->requestActivate();
+    }
 }
 
 void QmlMainWindow::buildView() {
@@ -61,6 +66,7 @@ void QmlMainWindow::buildView() {
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine->addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider);
     view_->setTitle(QStringLiteral("Brenvale Settings"));
+    view_->setIcon(QIcon(QStringLiteral(":/org.brenvale.Brenvale.svg")));
     view_->setMinimumSize(minimumSize);
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->setGeometry(geometry_.isNull() ? centredOn(*view_->screen()) : geometry_);

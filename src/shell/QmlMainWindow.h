@@ -8,6 +8,7 @@
 #include <memory>
 
 class QQuickView;
+class QWindow;
 
 namespace brenvale {
 
@@ -25,6 +26,10 @@ public:
 
     [[nodiscard]] bool isVisible() const override;
     void makeKeyAndOrderFront() override;
+
+    /// Brings a window to the front because the user asked for it; what the desktop needs for that. Without
+    /// one the toolkit asks the desktop, which may refuse.
+    std::function<void(QWindow& window)> activate;
 
     /// Null while it is not on show.
     [[nodiscard]] QQuickView* view() const { return view_.get(); }

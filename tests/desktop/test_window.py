@@ -3,6 +3,7 @@ import json
 import os
 import time
 import unittest
+import uuid
 
 from brenvale_desk import Program, Recorder, free_port, listening, main, wait_until
 from desk import Desk
@@ -84,7 +85,9 @@ class NotificationsTest(WindowTest):
         window.click(window.find('text'))
         window.type('On my way')
         window.key('Return')
-        self.assertEqual(self.sent('reply'), [{'action': 'reply', 'key': 'k1', 'message': 'On my way'}])
+        reply, = self.sent('reply')
+        self.assertEqual(reply['message'], 'On my way')
+        self.assertEqual(str(uuid.UUID(reply['key'])).upper(), reply['key'])  # the row's own, not the phone's
         window.press('push button', 'Clear All')
         window.wait_for_text('No notifications yet')
 

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QWindow>
 
 #include <cstdio>
 #include <memory>
@@ -85,7 +86,7 @@ void QtAlerts::runModal(const Alert& alert, Answer answer) {
                      });
     box->setWindowModality(Qt::ApplicationModal);
     box->show();
-    activateWindowForUser(*box);
+    activateWindowForUser(*box->windowHandle());
 }
 
 } // namespace brenvale

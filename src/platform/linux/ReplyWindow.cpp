@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace brenvale {
 
@@ -77,7 +78,7 @@ void ReplyWindow::present() {
             Qt::ApplicationModal); // or an alert that nobody has answered would keep the keyboard
     }
     show();
-    activateWindowForUser(*this);
+    activateWindowForUser(*windowHandle());
     field_->setFocus(Qt::ActiveWindowFocusReason);
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/linux/X11Connection.h"
 
-#include <QWidget>
+#include <QWindow>
 
 #include <cstdlib>
 #include <memory>
@@ -41,9 +41,9 @@ void requestActiveWindow(xcb_connection_t* connection, xcb_window_t window) {
 
 } // namespace
 
-void activateWindowForUser(QWidget& window) {
+void activateWindowForUser(QWindow& window) {
     window.raise();
-    window.activateWindow(); // on Wayland by the token of the environment, where the desktop gave one
+    window.requestActivate(); // on Wayland by the token of the environment, where the desktop gave one
     if (auto* connection = x11Connection()) {
         requestActiveWindow(connection, static_cast<xcb_window_t>(window.winId()));
     }
