@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Brenvale
 
 // One call: which way it went, with whom and when.
-T.AbstractButton {
+T.ItemDelegate {
     id: row
 
     required property string number
@@ -23,7 +23,9 @@ T.AbstractButton {
     Accessible.name: `${direction}, ${shownName}, ${number}, ${relativeDate}`
     Accessible.onPressAction: row.clicked()
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Symbol {
             id: icon
 

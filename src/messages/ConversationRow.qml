@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Brenvale
 
 // One conversation: with whom, since when, and what was said last.
-T.AbstractButton {
+T.ItemDelegate {
     id: row
 
     required property string displayAddress
@@ -25,7 +25,9 @@ T.AbstractButton {
     Accessible.selected: isActive
     Accessible.onPressAction: row.clicked()
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         ContactAvatar {
             id: avatar
 

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Window
 import Brenvale
@@ -17,12 +19,14 @@ FocusScope {
     Component.onCompleted: takeKeyboard()
     Keys.onPressed: event => event.accepted = pad.view.dialpadKeyPressed(event.key, event.text)
 
-    // Whoever walks through the sidebar by keyboard is not to be led astray: from there the keys come as well.
+    // Whoever walks through the sidebar by keyboard stays there; the keys come from there as well.
     function takeKeyboard() {
-        const owner = Window.activeFocusItem;
-        if (!owner || !owner.parent || owner.Accessible.role !== Accessible.List) {
-            forceActiveFocus();
+        for (let owner = Window.activeFocusItem; owner; owner = owner.parent) {
+            if (owner.activeFocusOnTab) {
+                return;
+            }
         }
+        forceActiveFocus();
     }
 
     Label {

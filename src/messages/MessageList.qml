@@ -1,14 +1,16 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Brenvale
 
-// The messages of the open thread. It opens at the newest and follows new ones; one that is wide or long enough to
-// scroll keeps its place otherwise.
+// The messages of the open thread. It opens at the newest and follows new ones; otherwise it keeps its
+// place.
 ScrollList {
     id: list
 
     required property SettingsView view
-    property real placeBefore: 0
-    property int countBefore: 0
+    property var placeBefore: ({})
+    property bool isResetting: false
     property bool isAtEnd: true
     readonly property bool isFollowing: followAnimation.running
 
@@ -27,9 +29,9 @@ ScrollList {
     }
 
     Component.onCompleted: positionViewAtEnd()
-    onContentYChanged: isAtEnd = contentY + height >= originY + contentHeight - 2
+    onContentYChanged: if (!isResetting) isAtEnd = contentY + height >= originY + contentHeight - 2
     onHeightChanged: keepEnd()
-    onContentHeightChanged: if (isAtEnd) Qt.callLater(keepEnd)
+    onContentHeightChanged: if (isAtEnd) Qt.callLater(keepEnd) // qmllint disable
     onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = count - 1
     onMovementStarted: followAnimation.stop()
     Keys.onPressed: event => {
@@ -41,8 +43,34 @@ ScrollList {
 
     // What shows at the end stays there when the room or the layout changes.
     function keepEnd() {
-        if (isAtEnd && !isFollowing) {
+        if (isAtEnd && !isFollowing && !isResetting) {
             positionViewAtEnd();
+        }
+    }
+
+    // Where the view is, in a way that outlives the rows.
+    function place() {
+        const top = Math.max(indexAt(width / 2, contentY), indexAt(width / 2, contentY + spacing));
+        return {count: count, isAtEnd: isAtEnd, top: top, offset: top < 0 ? 0 : contentY - itemAtIndex(top).y};
+    }
+
+    // Another thread: with as many messages the view stays where it is, otherwise it goes to the end.
+    function takeUpReset() {
+        isResetting = false;
+        if (count === placeBefore.count) {
+            restore(placeBefore);
+        } else {
+            follow();
+        }
+    }
+
+    function restore(place) {
+        forceLayout();
+        if (place.isAtEnd) {
+            positionViewAtEnd();
+        } else if (place.top >= 0) {
+            positionViewAtIndex(place.top, ListView.Beginning);
+            contentY += place.offset;
         }
     }
 
@@ -72,19 +100,18 @@ ScrollList {
         target: list.model
 
         function onCountChanged() {
-            list.follow();
+            if (!list.isResetting) {
+                list.follow();
+            }
         }
         function onModelAboutToBeReset() {
-            list.placeBefore = list.contentY;
-            list.countBefore = list.count;
+            list.placeBefore = list.place();
         }
         function onModelReset() {
+            // The list takes up the new rows in a later step of the event loop.
+            list.isResetting = true;
             list.currentIndex = -1;
-            list.forceLayout();
-            if (list.count === list.countBefore) {
-                list.contentY = list.placeBefore;
-                list.returnToBounds();
-            }
+            Qt.callLater(() => Qt.callLater(list.takeUpReset)); // qmllint disable
         }
     }
     Label {

@@ -19,7 +19,9 @@ T.AbstractButton {
     Keys.onReturnPressed: row.clicked()
     Keys.onEnterPressed: row.clicked()
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Symbol {
             id: icon
 

@@ -25,10 +25,16 @@ Item {
     Loader {
         id: thread
 
+        readonly property bool isWanted: pane.view.hasActiveRecipient
+
         anchors.fill: parent
-        active: pane.view.hasActiveRecipient
-        sourceComponent: Thread {
-            view: pane.view
+        onIsWantedChanged: load()
+        Component.onCompleted: load()
+
+        function load() {
+            if (isWanted) {
+                setSource("Thread.qml", {view: pane.view});
+            }
         }
     }
 }

@@ -7,29 +7,21 @@ PadButton {
 
     implicitWidth: Math.max(130, implicitContentWidth + leftPadding + rightPadding)
 
-    contentItem: Item {
-        implicitWidth: content.implicitWidth
-        implicitHeight: content.implicitHeight
+    contentItem: Row {
+        spacing: button.spacing
 
-        Row {
-            id: content
-
+        Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            spacing: button.spacing
-
-            Symbol {
-                anchors.verticalCenter: parent.verticalCenter
-                name: button.modelData.icon
-            }
-            Text {
-                anchors.verticalCenter: parent.verticalCenter
-                text: button.modelData.title
-                font: button.font
-                color: Theme.primary
-                textFormat: Text.PlainText
-                renderType: Text.NativeRendering
-                Accessible.ignored: true
-            }
+            name: button.modelData.icon
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.modelData.title
+            font: button.font
+            color: Theme.primary
+            textFormat: Text.PlainText
+            renderType: Text.NativeRendering
+            Accessible.ignored: true
         }
     }
 }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Brenvale
 
 // A button with a border that presses a key of the phone, as does its shortcut. `modelData` describes it.
@@ -29,8 +30,9 @@ TextButton {
         sequence: button.modelData.shortcut
         onActivated: button.clicked()
     }
-    KeyTip {
+    HelpTip {
         text: button.modelData.help
         isWanted: button.hovered || button.visualFocus
+        closePolicy: T.Popup.CloseOnPressOutsideParent // Escape is the phone's here
     }
 }

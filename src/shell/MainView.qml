@@ -16,12 +16,34 @@ Rectangle {
 
     Component.onCompleted: view.appeared()
 
+    // A key that the sidebar does not want may be the tab's.
+    Keys.forwardTo: detail.item ? [detail.item] : []
+
+    function selectNeighbour(step) {
+        const count = view.sidebarTabs.length;
+        let next = 0;
+        for (let place = 0; place < count; ++place) {
+            if (view.sidebarTabs[place].tab === view.selectedTab) {
+                next = (place + step + count) % count;
+            }
+        }
+        view.selectedTab = view.sidebarTabs[next].tab;
+    }
+
     Connections {
         target: Desktop
 
         function onBecameActive() {
             main.view.becameActive();
         }
+    }
+    Shortcut {
+        sequence: "Ctrl+PgDown"
+        onActivated: main.selectNeighbour(1)
+    }
+    Shortcut {
+        sequence: "Ctrl+PgUp"
+        onActivated: main.selectNeighbour(-1)
     }
     Shortcut {
         sequence: "F9"

@@ -46,15 +46,8 @@ T.AbstractButton {
         }
     }
 
-    Loader {
-        readonly property bool isWanted: control.hovered || control.visualFocus
-
-        onIsWantedChanged: {
-            if (isWanted) {
-                setSource("Tip.qml", {parent: control, text: control.helpText});
-            } else {
-                source = "";
-            }
-        }
+    HelpTip {
+        text: control.helpText
+        isWanted: control.hovered || control.visualFocus
     }
 }

@@ -79,7 +79,7 @@ T.ComboBox {
         rightPadding: 8
         highlighted: control.highlightedIndex === index
 
-        Accessible.role: Accessible.MenuItem
+        Accessible.role: Accessible.ListItem
         Accessible.name: modelData
         Accessible.onPressAction: {
             control.picked(index);

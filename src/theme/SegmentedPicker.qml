@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Brenvale
 
 // One of a few short texts, side by side. `selectedIndex` is what somebody else says is chosen; `picked` tells of
@@ -36,7 +35,7 @@ Rectangle {
     Repeater {
         model: control.labels
 
-        delegate: T.AbstractButton {
+        delegate: Rectangle {
             id: segment
 
             required property string modelData
@@ -46,8 +45,9 @@ Rectangle {
             x: index * width
             width: control.width / control.labels.length
             height: control.height
-            focusPolicy: Qt.NoFocus
-            onClicked: control.pick(index)
+            radius: Theme.controlRadius
+            color: isSelected ? Theme.tintFill : pointer.pressed ? Theme.pressed
+                 : pointer.containsMouse ? Theme.hover : "transparent"
 
             Accessible.role: Accessible.RadioButton
             Accessible.name: `${control.helpText} ${modelData}`
@@ -56,20 +56,21 @@ Rectangle {
             Accessible.onPressAction: control.pick(segment.index)
             Accessible.onToggleAction: control.pick(segment.index)
 
-            contentItem: Text {
+            Text {
+                anchors.centerIn: parent
                 text: segment.modelData
                 font: Theme.subheadline
                 color: segment.isSelected ? Theme.textOnTint : Theme.primary
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
                 textFormat: Text.PlainText
                 renderType: Text.NativeRendering
                 Accessible.ignored: true
             }
-            background: Rectangle {
-                radius: Theme.controlRadius
-                color: segment.isSelected ? Theme.tintFill : segment.down ? Theme.pressed
-                     : segment.hovered ? Theme.hover : "transparent"
+            MouseArea {
+                id: pointer
+
+                anchors.fill: parent
+                hoverEnabled: true
+                onClicked: control.pick(segment.index)
             }
         }
     }
