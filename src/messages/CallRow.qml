@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Brenvale
 
 // One call: which way it went, with whom and when.
-T.ItemDelegate {
+T.AbstractButton {
     id: row
 
     required property string number
@@ -19,7 +19,7 @@ T.ItemDelegate {
     implicitHeight: texts.implicitHeight + 2 * Theme.rowPaddingVertical
     focusPolicy: Qt.NoFocus
 
-    Accessible.role: Accessible.ListItem
+    Accessible.role: Accessible.Button
     Accessible.name: `${direction}, ${shownName}, ${number}, ${relativeDate}`
     Accessible.onPressAction: row.clicked()
 

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Brenvale
 
 // One conversation: with whom, since when, and what was said last.
-T.ItemDelegate {
+T.AbstractButton {
     id: row
 
     required property string displayAddress
@@ -19,7 +19,7 @@ T.ItemDelegate {
     implicitHeight: Math.max(36, texts.implicitHeight) + 2 * 4 + 4
     focusPolicy: Qt.NoFocus
 
-    Accessible.role: Accessible.ListItem
+    Accessible.role: Accessible.Button
     Accessible.name: `${shownName}, ${relativeDate}, ${lastBody}`
     Accessible.selectable: true
     Accessible.selected: isActive

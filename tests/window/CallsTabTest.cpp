@@ -167,7 +167,7 @@ TEST_F(CallsTab, WithoutCallsItSaysSo) {
 TEST_F(CallsTab, ARowSaysWhatItShows) {
     reportCalls({call("12", "Ann", 3), call("34", "", 2), call("56", "Bob")});
     open();
-    EXPECT_THAT(names(QAccessible::ListItem),
+    EXPECT_THAT(names(QAccessible::Button),
                 IsSupersetOf({"Missed call, Ann, 12, 1 Jan 1970", "Outgoing call, 34, 34, 1 Jan 1970",
                               "Incoming call, Bob, 56, 1 Jan 1970"}));
 }
