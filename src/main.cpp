@@ -75,20 +75,20 @@ int main(int argc, char* argv[]) {
         window->activate = activateWindowForUser;
         return window;
     });
-    instance.activate = [&delegate] {
-        delegate.applicationShouldHandleReopen();
-    };
-    instance.open = [&delegate](const auto& urls) {
-        delegate.handleSendToAndroidService(urls);
-    };
-    instance.activateAction = [&delegate](const auto& name) {
-        delegate.activateAction(name);
-    };
-
     mainQueue.async([&delegate, &files] {
         delegate.applicationDidFinishLaunching();
         delegate.handleSendToAndroidService(files);
     });
+    // Steps behind the launch, also for a call that waits since before it.
+    instance.activate = [&delegate, &mainQueue] {
+        mainQueue.async([&delegate] { delegate.applicationShouldHandleReopen(); });
+    };
+    instance.open = [&delegate, &mainQueue](const auto& urls) {
+        mainQueue.async([&delegate, urls] { delegate.handleSendToAndroidService(urls); });
+    };
+    instance.activateAction = [&delegate, &mainQueue](const auto& name) {
+        mainQueue.async([&delegate, name] { delegate.activateAction(name); });
+    };
     const int status = QApplication::exec();
     DBusApplication::release();
     // The system tears everything down: a step on the link's queue may take as long as it likes.

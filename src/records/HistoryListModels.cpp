@@ -51,7 +51,7 @@ QVariant NotifListModel::data(const QModelIndex& index, int role) const {
     case TitleRole:
         return payload.title;
     case ShownTitleRole:
-        return names_.contactName(payload.title);
+        return payload.title.isEmpty() ? QString() : names_.contactName(payload.title);
     case BodyRole:
         return payload.body;
     case TimeTextRole:

@@ -13,7 +13,7 @@ public:
     /// Called when the user closes it.
     std::function<void()> windowWillClose;
 
-    /// Whether it is on show, in front or not; a minimised window is.
+    /// Whether it is on show, in front or not; a minimised window is not.
     [[nodiscard]] virtual bool isVisible() const = 0;
 
     /// Shows it, brings it to the front and gives it the keyboard: the user asked for it.

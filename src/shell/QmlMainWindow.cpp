@@ -11,7 +11,7 @@
 #include <malloc.h>
 
 /// Registers the types of the QML module; the linker keeps them because of the reference below.
-void qml_register_types_Brenvale();
+void qml_register_types_Brenvale(); // NOLINT: made by the QML compiler
 
 namespace brenvale {
 
@@ -33,7 +33,7 @@ QmlMainWindow::QmlMainWindow(QObject& settings) : settings_(settings) {}
 QmlMainWindow::~QmlMainWindow() = default;
 
 bool QmlMainWindow::isVisible() const {
-    return view_ != nullptr && view_->isVisible();
+    return view_ != nullptr && view_->isVisible() && !view_->windowStates().testFlag(Qt::WindowMinimized);
 }
 
 void QmlMainWindow::makeKeyAndOrderFront() {
@@ -85,7 +85,7 @@ bool QmlMainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void QmlMainWindow::releaseView() {
-    if (view_ == nullptr || view_->isVisible()) {
+    if (view_ == nullptr || view_->isVisible()) { // shown again meanwhile
         return;
     }
     view_.reset();

@@ -70,7 +70,7 @@ void AppDelegate::buildMenu() {
 }
 
 void AppDelegate::activateAction(const QString& name) {
-    const auto command = std::ranges::find(commands, QStringView(name), &Command::name);
+    const auto* const command = std::ranges::find(commands, QStringView(name), &Command::name);
     if (command == commands.end()) {
         return;
     }

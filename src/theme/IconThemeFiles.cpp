@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <tuple>
 #include <utility>
 
 namespace brenvale {
@@ -38,8 +39,9 @@ QList<ThemeFolder> plainFolders(const QString& theme, int wantedSize, const QSet
                             .distance = std::abs(size - wantedSize)});
         }
     }
-    std::ranges::stable_sort(
-        folders, {}, [](const ThemeFolder& folder) { return std::pair(folder.isSymbolic, folder.distance); });
+    std::ranges::sort(folders, {}, [](const ThemeFolder& folder) {
+        return std::tuple(folder.isSymbolic, folder.distance, folder.path);
+    });
     return folders;
 }
 

@@ -20,15 +20,8 @@ Rectangle {
         actionText: "Send Files..."
         actionSymbol: "document-send"
         canClear: tab.view.fileTransfers.count > 0
-        onActionTriggered: FilePicker.open()
+        onActionTriggered: FilePicker.open(tab.view)
         onClearTriggered: tab.view.clearFileTransfers()
-    }
-    Connections {
-        target: FilePicker
-
-        function onPicked(files) {
-            tab.view.sendFiles(files);
-        }
     }
     ScrollList {
         anchors {

@@ -1,31 +1,32 @@
 #include "transfer/QmlFilePicker.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QWindow>
 
 namespace brenvale {
 
-FilePicker::~FilePicker() {
-    delete dialog_;
-}
-
-void FilePicker::open() {
-    if (dialog_) {
+void FilePicker::open(SettingsView* view) {
+    if (!dialog_.isNull()) {
         dialog_->raise();
         dialog_->activateWindow();
         return;
     }
-    dialog_ = new QFileDialog;
-    dialog_->setAttribute(Qt::WA_DeleteOnClose);
-    dialog_->setWindowTitle(QStringLiteral("Send Files"));
-    dialog_->setFileMode(QFileDialog::ExistingFiles);
-    connect(dialog_, &QFileDialog::urlsSelected, this, &FilePicker::picked);
+    auto* dialog = new QFileDialog; // it deletes itself
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(QStringLiteral("Send Files"));
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    dialog->setDirectory(QDir::homePath());
+    // Not every kind of dialog tells of its files by a signal; all of them have them when they are accepted.
+    connect(dialog, &QDialog::accepted, view, [dialog, view] { view->sendFiles(dialog->selectedUrls()); });
     if (auto* window = QGuiApplication::focusWindow()) {
-        (void)dialog_->winId(); // makes the window that is to stand before ours
-        dialog_->windowHandle()->setTransientParent(window);
+        (void)dialog->winId(); // makes the window that is to stand before ours
+        dialog->windowHandle()->setTransientParent(window);
     }
-    dialog_->open();
+    dialog->setModal(false);
+    dialog->show();
+    dialog_ = dialog;
 }
 
 } // namespace brenvale

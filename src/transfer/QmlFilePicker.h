@@ -1,8 +1,9 @@
 #pragma once
 
+#include "shell/SettingsView.h"
+
 #include <QObject>
 #include <QPointer>
-#include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
 class QFileDialog;
@@ -17,17 +18,13 @@ class FilePicker final : public QObject {
 
 public:
     using QObject::QObject;
-    ~FilePicker() override;
 
-    /// Shows the picker and returns; one that is open comes to the front.
-    Q_INVOKABLE void open();
-
-signals:
-    /// The user took these, in the picker's order; never none.
-    void picked(const QList<QUrl>& files);
+    /// Shows the picker and returns; one that is open comes to the front. What the user takes is sent by
+    /// `view`, in the picker's order, whatever the window shows by then.
+    Q_INVOKABLE void open(brenvale::SettingsView* view);
 
 private:
-    QPointer<QFileDialog> dialog_; ///< deletes itself when it closes
+    QPointer<QFileDialog> dialog_; ///< deletes itself when it closes, and outlives the window
 };
 
 } // namespace brenvale

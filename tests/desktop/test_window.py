@@ -92,6 +92,46 @@ class NotificationsTest(WindowTest):
         window.wait_for_text('No notifications yet')
 
 
+class FileDropTest(WindowTest):
+    def open_picker(self):
+        self.window = self.open('file-drop')
+        self.window.press('push button', 'Send Files...')
+        title = lambda: desk.run('xdotool', 'getactivewindow', 'getwindowname', check=False).strip()
+        wait_until(lambda: title() == 'Send Files', 'the picker')
+
+    def make_file(self, name):
+        path = desk.root / name
+        path.write_text(name)
+        return path
+
+    def test_files_are_picked_and_sent_in_order(self):
+        first, second = self.make_file('first.txt'), self.make_file('second.txt')
+        self.open_picker()
+        self.window.type(f'"{first}" "{second}"')
+        self.window.key('Return')
+        names = []
+        wait_until(lambda: names.extend(json.loads(payload)['fileName'] for _, payload in self.phone.ping()
+                                        if b'file_transfer_start' in payload) or len(names) == 2, 'both files')
+        self.assertEqual(names, ['first.txt', 'second.txt'])
+
+    def test_escape_sends_nothing(self):
+        self.open_picker()
+        self.window.key('Escape')
+        self.program.wait_at_rest()
+        self.assertFalse([payload for _, payload in self.phone.ping() if b'file_transfer_start' in payload])
+
+    def test_what_is_picked_is_sent_whatever_the_window_shows_by_then(self):
+        path = self.make_file('late.txt')
+        self.open_picker()
+        desk.run('gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path', '/org/brenvale/Brenvale',
+                 '--method', 'org.freedesktop.Application.ActivateAction', 'info', '[]', '{}')
+        picker = desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Send Files$').split()[0]
+        desk.run('xdotool', 'windowactivate', '--sync', picker)
+        self.window.type(f'"{path}"')
+        self.window.key('Return')
+        self.assertEqual(self.sent('file_transfer_start')[0]['fileName'], 'late.txt')
+
+
 class MessagesTest(WindowTest):
     def setUp(self):
         super().setUp()

@@ -148,5 +148,5 @@ TEST_F(Files, OneThatStreamsInTellsAViewOfItsProgressNoMoreThanOnceAFrame) {
     };
     EXPECT_TRUE(waitUntil(isCompleted));
     EXPECT_EQ(model.index(0).data(FileTransferListModel::ProgressRole), 1.0);
-    EXPECT_LE(changes, time.elapsed() / 15 + 1) << "one a frame, and the completion";
+    EXPECT_LE(changes, (time.elapsed() / 15) + 1) << "one a frame, and the completion";
 }

@@ -6,7 +6,7 @@
 using namespace brenvale;
 
 TEST(LaunchAtLogin, ReadsAndSetsTheSystemsState) {
-    FakePlatform fake;
+    const FakePlatform fake;
     EXPECT_FALSE(LaunchAtLoginManager::isEnabled(fake.platform));
     LaunchAtLoginManager::setEnabled(fake.platform, true);
     EXPECT_TRUE(LaunchAtLoginManager::isEnabled(fake.platform));

@@ -3,11 +3,9 @@
 #include <gmock/gmock.h>
 
 using namespace brenvale;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
-using testing::Not;
 
 namespace {
 

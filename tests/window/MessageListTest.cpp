@@ -12,9 +12,9 @@ QList<SmsRecord> thread(const char* address, int count, double firstDate = 1) {
     QList<SmsRecord> log;
     for (int i = 0; i < count; ++i) {
         log.append({.address = QString::fromUtf8(address),
-                    .body = QStringLiteral("Message %1 ").arg(i).repeated(1 + i % 7),
+                    .body = QStringLiteral("Message %1 ").arg(i).repeated(1 + (i % 7)),
                     .date = firstDate + i,
-                    .type = 1 + i % 2});
+                    .type = 1 + (i % 2)});
     }
     return log;
 }

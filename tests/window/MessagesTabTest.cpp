@@ -12,7 +12,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
-using testing::StartsWith;
 
 namespace {
 

@@ -35,7 +35,7 @@ struct ShownWindow : testing::Test, TestView {
     }
 
     /// The first control or text of that name that is on show; null where there is none.
-    [[nodiscard]] QAccessibleInterface* find(const QString& name) {
+    [[nodiscard]] QAccessibleInterface* find(const QString& name) const {
         return find(QAccessible::queryAccessibleInterface(window.view()), name);
     }
 
@@ -52,7 +52,7 @@ struct ShownWindow : testing::Test, TestView {
         return true;
     }
 
-    [[nodiscard]] QStringList namesOf(QAccessible::Role role) {
+    [[nodiscard]] QStringList namesOf(QAccessible::Role role) const {
         QStringList names;
         collect(QAccessible::queryAccessibleInterface(window.view()), role, names);
         return names;

@@ -85,9 +85,12 @@ void many(TestView& test) {
     const auto& people = phone::demoPeople();
     for (int i = 25; i >= 0; --i) {
         const auto& person = people[i % people.size()];
-        const auto body = i % 5 == 4   ? QString()
-                          : i % 3 == 0 ? longText
-                                       : QStringLiteral("See you at the station, platform %1").arg(i);
+        auto body = QStringLiteral("See you at the station, platform %1").arg(i);
+        if (i % 5 == 4) {
+            body.clear();
+        } else if (i % 3 == 0) {
+            body = longText;
+        }
         notify(test, apps[i % apps.size()], i % 4 == 1 ? person.number : person.name, body, i * 5400.0);
         test.store->addClipboard(i % 6 == 5 ? longText.repeated(6)
                                             : QStringLiteral("https://example.org/page/%1").arg(i));

@@ -5,6 +5,11 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QGuiApplication>
+#include <QTimer>
+
+#include <chrono>
+#include <memory>
 
 namespace brenvale {
 
@@ -15,8 +20,12 @@ const QString path = QStringLiteral("/org/brenvale/Brenvale");
 const QString interface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerMilliseconds = 5000;
 
-QString activationToken(const QVariantMap& platformData) {
-    return platformData.value(QStringLiteral("activation-token")).toString();
+/// The token holds for what the call brings about, which may take some steps more.
+void lendActivationToken(const QVariantMap& platformData) {
+    constexpr std::chrono::milliseconds enough{500};
+    const auto text = platformData.value(QStringLiteral("activation-token")).toString();
+    auto token = std::make_shared<ActivationToken>(text);
+    QTimer::singleShot(enough, qApp, [token]() mutable { token.reset(); });
 }
 
 QVariantMap ownPlatformData() {
@@ -57,19 +66,19 @@ bool DBusApplication::handOver(const QList<QUrl>& urls) {
     return answer.type() == QDBusMessage::ReplyMessage;
 }
 
-void DBusApplication::Activate(const QVariantMap& platformData) {
-    const ActivationToken token(activationToken(platformData));
+void DBusApplication::Activate(const QVariantMap& platformData) const {
+    lendActivationToken(platformData);
     activate();
 }
 
-void DBusApplication::Open(const QStringList& uris, const QVariantMap& platformData) {
-    const ActivationToken token(activationToken(platformData));
+void DBusApplication::Open(const QStringList& uris, const QVariantMap& platformData) const {
+    lendActivationToken(platformData);
     open(QUrl::fromStringList(uris));
 }
 
 void DBusApplication::ActivateAction(const QString& name, const QVariantList& /*parameters*/,
-                                     const QVariantMap& platformData) {
-    const ActivationToken token(activationToken(platformData));
+                                     const QVariantMap& platformData) const {
+    lendActivationToken(platformData);
     activateAction(name);
 }
 

@@ -34,9 +34,10 @@ public:
     [[nodiscard]] static bool handOver(const QList<QUrl>& urls);
 
 public slots: // the interface; the names are its own
-    void Activate(const QVariantMap& platformData);
-    void Open(const QStringList& uris, const QVariantMap& platformData);
-    void ActivateAction(const QString& name, const QVariantList& parameters, const QVariantMap& platformData);
+    void Activate(const QVariantMap& platformData) const;
+    void Open(const QStringList& uris, const QVariantMap& platformData) const;
+    void ActivateAction(const QString& name, const QVariantList& parameters,
+                        const QVariantMap& platformData) const;
 };
 
 } // namespace brenvale

@@ -5,7 +5,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
+#include <vector>
 
 namespace brenvale {
 
@@ -37,24 +40,27 @@ constexpr std::array notificationPrograms{
     SettingsProgram{"LXQt", "lxqt-config-notificationd", nullptr, nullptr},
 };
 
-std::vector<SettingsProgram> candidates(SystemSettings::Pane pane) {
+/// Those for `pane`, in the order in which they are tried.
+std::vector<SettingsProgram> candidates(SystemSettings::Pane pane, const QStringList& desktops) {
     std::vector<SettingsProgram> programs;
     if (pane == SystemSettings::Pane::notifications) {
         programs.assign(notificationPrograms.begin(), notificationPrograms.end());
     }
     programs.insert(programs.end(), settingsPrograms.begin(), settingsPrograms.end());
-    return programs;
+    std::vector<SettingsProgram> ordered;
+    for (const bool isOwn : {true, false}) {
+        std::ranges::copy_if(programs, std::back_inserter(ordered), [&](const SettingsProgram& program) {
+            return desktops.contains(QLatin1StringView(program.desktop), Qt::CaseInsensitive) == isOwn;
+        });
+    }
+    return ordered;
 }
 
 } // namespace
 
 std::optional<QStringList> settingsCommand(SystemSettings::Pane pane, const QStringList& desktops,
                                            const std::function<bool(const QString& program)>& exists) {
-    auto programs = candidates(pane);
-    std::ranges::stable_partition(programs, [&desktops](const SettingsProgram& candidate) {
-        return desktops.contains(QLatin1StringView(candidate.desktop), Qt::CaseInsensitive);
-    });
-    for (const auto& candidate : programs) {
+    for (const auto& candidate : candidates(pane, desktops)) {
         if (const auto program = QString::fromLatin1(candidate.program); exists(program)) {
             const auto* argument = pane == SystemSettings::Pane::notifications ? candidate.notifications
                                                                                : candidate.accessibility;

@@ -4,6 +4,8 @@
 #include "platform/linux/DisplayProbe.h"
 #include "platform/linux/RemoteDesktopPortal.h"
 
+#include <utility>
+
 namespace brenvale {
 
 /// Trusted where one of the ways to post events works: the display's own, the desktop's consent, or the
@@ -11,7 +13,7 @@ namespace brenvale {
 /// elsewhere there is nothing to ask.
 class EventPostingTrust final : public AccessibilityTrust {
 public:
-    explicit EventPostingTrust(Display display) : display_(display) {}
+    explicit EventPostingTrust(Display display) : display_(std::move(display)) {}
 
     [[nodiscard]] bool isProcessTrusted(bool prompt) override;
 

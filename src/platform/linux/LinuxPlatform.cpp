@@ -1,9 +1,11 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include <utility>
+
 namespace brenvale {
 
 LinuxPlatform::LinuxPlatform(DispatchQueue& main, Display display)
-    : accessibilityTrust_(display),
+    : accessibilityTrust_(std::move(display)),
       userNotificationCenter_(main),
       platform_{.accessibilityTrust = accessibilityTrust_,
                 .alerts = alerts_,

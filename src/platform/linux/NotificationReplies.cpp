@@ -35,7 +35,8 @@ const NotificationCategory* NotificationReplies::category(const QString& identif
 
 void NotificationReplies::actionInvoked(uint serverId, const QString& action) {
     const auto* notification = shown_.find(serverId);
-    const auto* offered = notification ? category(notification->content.categoryIdentifier) : nullptr;
+    const auto* offered =
+        notification != nullptr ? category(notification->content.categoryIdentifier) : nullptr;
     if (offered == nullptr) {
         return;
     }
@@ -48,7 +49,8 @@ void NotificationReplies::actionInvoked(uint serverId, const QString& action) {
 
 void NotificationReplies::notificationReplied(uint serverId, const QString& text) {
     const auto* notification = shown_.find(serverId);
-    const auto* offered = notification ? category(notification->content.categoryIdentifier) : nullptr;
+    const auto* offered =
+        notification != nullptr ? category(notification->content.categoryIdentifier) : nullptr;
     if (offered != nullptr && !offered->actions.isEmpty()) {
         reply(notification->identifier, offered->actions.constFirst(), text);
     }
@@ -64,7 +66,7 @@ void NotificationReplies::openReplyWindow(const ShownNotifications::Notification
                                           const TextInputNotificationAction& action) {
     const auto identifier = notification.identifier;
     auto& window = windows_[identifier];
-    if (!window || !window->isVisible()) { // one that was just closed goes by itself
+    if (window.isNull() || !window->isVisible()) { // one that was just closed goes by itself
         const auto send = [this, identifier, action](const QString& text) {
             reply(identifier, action, text);
         };

@@ -1,5 +1,6 @@
 #include "platform/linux/TrayItem.h"
 
+#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/StatusIcon.h"
 #include "platform/linux/TrayWait.h"
 
@@ -60,7 +61,10 @@ void TrayItem::putUp() {
 }
 
 void TrayItem::drawIcon() {
-    icon_->setIcon(statusIcon(QApplication::palette().color(QPalette::WindowText)));
+    // GNOME's bar is dark whatever the applications are.
+    const bool isBarDark = currentDesktop().contains(QStringLiteral("GNOME"));
+    icon_->setIcon(
+        statusIcon(isBarDark ? QColor(Qt::white) : QApplication::palette().color(QPalette::WindowText)));
 }
 
 bool TrayItem::eventFilter(QObject* watched, QEvent* event) {

@@ -17,7 +17,7 @@ struct AutostartEntryTest : testing::Test {
     AutostartEntryTest() { qputenv("XDG_CONFIG_HOME", folder.path().toUtf8()); }
     ~AutostartEntryTest() override { qunsetenv("XDG_CONFIG_HOME"); }
 
-    void write(const QByteArray& text) {
+    void write(const QByteArray& text) const {
         QDir().mkpath(folder.filePath(QStringLiteral("autostart")));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
