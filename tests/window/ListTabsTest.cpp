@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QFileInfo>
+#include <QLineEdit>
 #include <QTemporaryFile>
 
 #include <gmock/gmock.h>
@@ -143,8 +143,7 @@ TEST_F(FileDropTest, SendFilesOpensAPickerForSeveralFilesAndSendsWhatItGives) {
     EXPECT_EQ(picker->fileMode(), QFileDialog::ExistingFiles);
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
-    picker->setDirectory(QFileInfo(file.fileName()).path());
-    picker->selectFile(QFileInfo(file.fileName()).fileName());
+    picker->findChild<QLineEdit*>()->setText(file.fileName());
     show(SettingsView::SettingsTab); // the picker does not mind what the window shows
     static_cast<QDialog*>(picker)->done(QDialog::Accepted);
     settle();
