@@ -50,7 +50,8 @@ TEST_F(FileDropTab, ClearsItsOwnListAlone) {
 
 TEST_F(FileDropTab, ARowRunsFromItsPercentToItsEnd) {
     const QDateTime date(QDate(2026, 3, 15), QTime(9, 41));
-    const FileTransferRecord record{.id = QUuid::createUuid(), .fileSize = 1'234'567, .date = date, .progress = 0.5};
+    const FileTransferRecord record{
+        .id = QUuid::createUuid(), .fileSize = 1'234'567, .date = date, .progress = 0.5};
     store->addFileTransfer(record);
     const auto row = view.fileTransfers()->index(0);
     EXPECT_EQ(row.data(FileTransferListModel::ProgressTextRole), QStringLiteral("50%"));
