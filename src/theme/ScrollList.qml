@@ -30,4 +30,8 @@ ListView {
             event.accepted = true;
         }
     }
+
+    FocusInSight {
+        view: list
+    }
 }
