@@ -54,6 +54,20 @@ TEST_F(ListKeyboard, TabReachesEachRowInTurnAndInSight) {
     EXPECT_FALSE(hasFocus("Clipboard history")) << "beyond the last row";
 }
 
+TEST_F(ListKeyboard, ClosingTheReplyLineLeavesTheKeyboardAtItsRow) {
+    notify("Chat");
+    notify("Mail");
+    show(SettingsView::NotificationsTab);
+    for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+        focus("Reply");
+        type(Qt::Key_Space);
+        ASSERT_TRUE(hasFocus("Type reply..."));
+        type(key);
+        EXPECT_TRUE(hasFocus("Reply"));
+        EXPECT_TRUE(quickView().activeFocusItem()->property("visualFocus").toBool());
+    }
+}
+
 TEST_F(ListKeyboard, ATextThatWasClickedHasNoRing) {
     store->addClipboard(QStringLiteral("some text"));
     show(SettingsView::ClipboardTab);
