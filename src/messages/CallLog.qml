@@ -36,7 +36,6 @@ Item {
         model: log.view.phoneCallLog
         reuseItems: true
         activeFocusOnTab: count > 0
-        currentIndex: -1
         footer: Item {
             height: Theme.spacing
         }

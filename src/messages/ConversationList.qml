@@ -14,7 +14,6 @@ ScrollList {
     model: view.filteredConversations
     reuseItems: true
     activeFocusOnTab: count > 0
-    currentIndex: -1
     header: Item {
         height: 4
     }

@@ -63,7 +63,7 @@ Item {
             visible: pane.view.showsNoMessages
             symbol: "dialog-messages"
             symbolSize: 32
-            symbolColor: Theme.withOpacity(Theme.secondary, 0.4)
+            symbolColor: Theme.faded(0.24, 3)
             title: "No Messages"
             spacing: 8
         }

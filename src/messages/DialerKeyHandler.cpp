@@ -18,6 +18,7 @@ bool DialerKeyHandler::handle(int key, const QString& characters) {
         dialpadNumber = withoutLastCharacter(dialpadNumber);
         return true;
     case Qt::Key_Return:
+    case Qt::Key_Enter:
         onReturn();
         return true;
     default:

@@ -19,7 +19,6 @@ ScrollList {
     reuseItems: true
     spacing: 10
     cacheBuffer: 300
-    currentIndex: -1
     activeFocusOnTab: count > 0
     header: Item {
         height: 12

@@ -13,9 +13,19 @@ ListRow {
     required property string timeText
     readonly property bool isReplying: view.replyingTo === rowId
 
+    // What a label gets of a text, which may be a book: more than its lines hold.
+    readonly property string beginningOfApp: beginning(shownApp)
+    readonly property string beginningOfTitle: beginning(shownTitle)
+    readonly property string beginningOfBody: beginning(body)
+
+    verticalPadding: 2
     hairlineInset: Theme.padding + mark.width + 10
 
-    Accessible.name: shownApp + (shownTitle === "" ? "" : ", " + shownTitle) + (body === "" ? "" : ", " + body)
+    Accessible.name: [beginningOfApp, beginningOfTitle, beginningOfBody].filter(part => part !== "").join(", ")
+
+    function beginning(whole: string): string {
+        return whole.slice(0, 1200).replace(/[\uD800-\uDBFF]$/, ""); // no half of a pair
+    }
 
     Item {
         width: parent.width
@@ -45,7 +55,7 @@ ListRow {
                     id: app
 
                     width: Math.min(implicitWidth, parent.width - time.implicitWidth - Theme.spacing)
-                    text: row.shownApp
+                    text: row.beginningOfApp
                     font: Theme.weighted(Theme.caption, Font.DemiBold)
                     color: Theme.secondary
                     elide: Text.ElideRight
@@ -63,7 +73,7 @@ ListRow {
             Label {
                 visible: text !== ""
                 width: parent.width
-                text: row.shownTitle
+                text: row.beginningOfTitle
                 font: Theme.weighted(Theme.callout, Font.Medium)
                 elide: Text.ElideRight
                 maximumLineCount: 1
@@ -71,7 +81,7 @@ ListRow {
             Label {
                 visible: text !== ""
                 width: parent.width
-                text: row.body
+                text: row.beginningOfBody
                 font: Theme.caption
                 color: Theme.secondary
                 wrapMode: Text.Wrap
@@ -79,13 +89,17 @@ ListRow {
                 maximumLineCount: 2
             }
             PlainButton {
-                visible: !row.isReplying
+                id: replyButton
+
+                visible: !replyLine.item
                 leftPadding: 0
                 text: "Reply"
                 font: Theme.caption
                 onClicked: row.view.openReply(row.rowId)
             }
             Loader {
+                id: replyLine
+
                 readonly property bool isWanted: row.isReplying
 
                 width: parent.width
@@ -97,7 +111,17 @@ ListRow {
                     if (isWanted) {
                         setSource("ReplyLine.qml", {view: row.view, rowId: row.rowId});
                     } else {
-                        source = "";
+                        close();
+                    }
+                }
+
+                // The keyboard stays at this row, and shows if it was what closed the line.
+                function close() {
+                    const hadKeyboard = activeFocus;
+                    const reason = hadKeyboard ? (item as ReplyLine).focusReason : Qt.OtherFocusReason;
+                    source = "";
+                    if (hadKeyboard) {
+                        replyButton.forceActiveFocus(reason);
                     }
                 }
             }

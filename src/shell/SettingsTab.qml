@@ -26,7 +26,7 @@ ScrollPage {
 
             Row {
                 anchors.right: parent.right
-                anchors.rightMargin: -6 // the icon ends where other rows do, not its button
+                anchors.rightMargin: (copyButton.symbolSize - copyButton.width) / 2 // the icon ends where other rows do
                 spacing: 4
 
                 SelectableText {
@@ -36,8 +36,11 @@ ScrollPage {
                     wrapMode: TextEdit.NoWrap
                 }
                 IconButton {
+                    id: copyButton
+
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "edit-copy"
+                    symbolSize: Theme.caption.pixelSize
                     helpText: "Copy IP address"
                     onClicked: tab.view.copyText(tab.view.localIP)
                 }
@@ -50,6 +53,9 @@ ScrollPage {
                 anchors.right: parent.right
                 spacing: 8
 
+                PortField {
+                    view: tab.view
+                }
                 TextButton {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: tab.view.serverRestartNeeded
@@ -57,9 +63,6 @@ ScrollPage {
                     isProminent: true
                     controlSize: "small"
                     onClicked: tab.view.restartServer()
-                }
-                PortField {
-                    view: tab.view
                 }
             }
         }

@@ -22,6 +22,12 @@ Item {
         helpText: "Hide Sidebar"
         onClicked: sidebar.hideRequested()
     }
+    // Where no entry is selected, the ring is around all of them.
+    FocusRing {
+        anchors.fill: list
+        radius: Theme.fieldRadius + Theme.focusRingWidth + 1
+        isShown: list.activeFocus && list.place < 0
+    }
     // Eight rows need no list that makes them as they come into sight.
     Column {
         id: list

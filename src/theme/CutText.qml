@@ -15,8 +15,12 @@ Item {
     implicitHeight: text.implicitHeight
 
     function textOfLines(): string {
-        const lineHeight = measure.contentHeight / measure.lineCount;
-        const end = measure.positionAt(cut.width, lineHeight * (cut.maximumLineCount - 0.5));
+        // Lines differ in height: those with an emoji are taller.
+        let line = measure.positionToRectangle(0);
+        for (let number = 1; number < cut.maximumLineCount; ++number) {
+            line = measure.positionToRectangle(measure.positionAt(0, line.y + line.height + 1));
+        }
+        const end = measure.positionAt(cut.width, line.y + line.height / 2);
         // Two characters of a full line make room for the ellipsis; no half of a pair may be left.
         const room = cut.beginning.charAt(end) === "\n" ? 0 : 2;
         const kept = cut.beginning.slice(0, Math.max(0, end - room));

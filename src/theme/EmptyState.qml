@@ -8,7 +8,7 @@ Item {
     required property string symbol
     property string decoration
     property real symbolSize: 48
-    property color symbolColor: Theme.withOpacity(Theme.secondary, 0.3)
+    property color symbolColor: Theme.faded(0.18, 3)
     property string title
     property font titleFont: Theme.callout
     property color titleColor: Theme.secondary

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Brenvale
 
-// A list that scrolls, with the keyboard too.
+// A list that scrolls, with the keyboard too. It has no current row until somebody walks through it: a view gives
+// its current row the keyboard when rows come or go, away from what the user types into.
 ListView {
     id: list
 
@@ -11,7 +12,8 @@ ListView {
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: false
-    keyNavigationEnabled: true
+    currentIndex: -1
+    keyNavigationEnabled: activeFocusOnTab
     pixelAligned: true
     T.ScrollBar.vertical: ScrollHandle {}
 
@@ -27,5 +29,9 @@ ListView {
             list.contentY = Math.max(list.contentY - list.height, list.originY);
             event.accepted = true;
         }
+    }
+
+    FocusInSight {
+        view: list
     }
 }

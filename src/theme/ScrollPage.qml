@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import QtQuick.Window
 import Brenvale
 
 // A page that scrolls what does not fit, as a column that no wide window stretches. A control that gets the
@@ -13,8 +12,6 @@ Flickable {
     property int maximumWidth: Theme.formWidth
     property int padding: Theme.padding
 
-    readonly property Item focused: page.Window.activeFocusItem
-
     clip: true
     contentWidth: width
     contentHeight: column.implicitHeight + 2 * padding
@@ -22,25 +19,9 @@ Flickable {
     pixelAligned: true
     T.ScrollBar.vertical: ScrollHandle {}
 
-    onFocusedChanged: {
-        for (let item = focused; item; item = item.parent) {
-            if (item === column) {
-                bringIntoSight(focused);
-                return;
-            }
-        }
+    FocusInSight {
+        view: page
     }
-
-    function bringIntoSight(item) {
-        const top = item.mapToItem(contentItem, 0, 0).y - Theme.padding;
-        const bottom = top + item.height + 2 * Theme.padding;
-        if (top < contentY) {
-            contentY = Math.max(0, top);
-        } else if (bottom > contentY + height) {
-            contentY = Math.max(0, Math.min(bottom, contentHeight) - height);
-        }
-    }
-
     Column {
         id: column
 

@@ -19,12 +19,21 @@ TextEdit {
     selectByMouse: true
     selectByKeyboard: true
     activeFocusOnTab: true
-    onActiveFocusChanged: if (!activeFocus) deselect()
+    onActiveFocusChanged: {
+        if (!activeFocus) {
+            deselect();
+            focusReason = Qt.OtherFocusReason;
+        }
+    }
 
     Accessible.role: Accessible.EditableText
     Accessible.readOnly: true
     Accessible.name: text
 
+    // Sees the press before the text takes the keyboard for it.
+    PointHandler {
+        onActiveChanged: if (active) control.focusReason = Qt.MouseFocusReason
+    }
     HoverHandler {
         cursorShape: Qt.IBeamCursor
     }

@@ -127,10 +127,11 @@ QtObject {
         return Math.min(contrast(shade, palette.window), contrast(shade, palette.base));
     }
 
-    // The text's colour at `opacity`, or as much more as it takes to be read.
-    function faded(opacity) {
+    // The text's colour at `opacity`, or as much more as it takes for the contrast `least`: 4.5, what can be read,
+    // if not said.
+    function faded(opacity, least) {
         let share = isHighContrast ? 1 : opacity;
-        while (share < 1 && textContrast(mixed(palette.window, palette.windowText, share)) < 4.5) {
+        while (share < 1 && textContrast(mixed(palette.window, palette.windowText, share)) < (least ?? 4.5)) {
             share += 0.02;
         }
         return mixed(palette.window, palette.windowText, Math.min(share, 1));

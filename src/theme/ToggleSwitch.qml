@@ -29,10 +29,12 @@ T.Switch {
     }
 
     indicator: Rectangle {
+        id: track
+
         width: control.width
         height: control.height
         radius: height / 2
-        color: control.checked ? Theme.tint : Theme.withOpacity(Theme.primary, 0.25)
+        color: control.checked ? Theme.tint : Theme.faded(0.25, 3)
         border.width: Theme.isHighContrast ? 1 : 0
         border.color: Theme.primary
 
@@ -48,7 +50,7 @@ T.Switch {
             width: parent.height - 4
             height: width
             radius: width / 2
-            color: "white"
+            color: Theme.contrast(Theme.white, track.color) >= 3 ? Theme.white : Theme.black
 
             Behavior on x {
                 NumberAnimation {

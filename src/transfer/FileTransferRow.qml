@@ -13,7 +13,7 @@ ListRow {
     required property string statusText
     signal folderRequested(url file)
 
-    verticalPadding: 6
+    verticalPadding: 4
     hairlineInset: Theme.padding + icon.width + 12
 
     Accessible.name: fileName
@@ -26,8 +26,7 @@ ListRow {
             id: icon
 
             anchors.verticalCenter: parent.verticalCenter
-            name: row.isOutgoing ? "document-send" : "go-down"
-            decoration: row.isOutgoing ? "" : "circle"
+            name: row.isOutgoing ? "document-send" : "download"
             color: row.isOutgoing ? Theme.blue : Theme.green
             size: 22
         }

@@ -51,9 +51,11 @@ TEST_F(DialerKeys, DeletingNothingIsHandledToo) {
     EXPECT_EQ(number, QString());
 }
 
-TEST_F(DialerKeys, ReturnCalls) {
+TEST_F(DialerKeys, ReturnCallsAndSoDoesTheKeypadsEnter) {
     EXPECT_TRUE(press(Qt::Key_Return, "\r"));
     EXPECT_EQ(returns, 1);
+    EXPECT_TRUE(press(Qt::Key_Enter, "\r"));
+    EXPECT_EQ(returns, 2);
 }
 
 TEST_F(DialerKeys, DuringACallAllArePassedOn) {

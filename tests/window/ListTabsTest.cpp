@@ -46,6 +46,19 @@ TEST_F(ClipboardTabTest, TheButtonCopiesAllOfATextThatTheRowCuts) {
     EXPECT_EQ(fake.pasteboard.calls.last(), QStringLiteral("set:") + text);
 }
 
+TEST_F(ClipboardTabTest, ARowShowsTenLinesHoweverTallTheyAre) {
+    const auto emoji = QStringLiteral("😀😀😀\n");
+    for (const auto& text : {emoji.repeated(3) + QStringLiteral("low\n").repeated(40),
+                             QStringLiteral("low\n").repeated(9) + emoji.repeated(40)}) {
+        store->addClipboard(text);
+        show(SettingsView::ClipboardTab);
+        const auto* row = find(text)->object();
+        EXPECT_EQ(row->property("text").toString().count(u'\n'), 9);
+        close();
+        store->clipboardHistory.set({});
+    }
+}
+
 TEST_F(ClipboardTabTest, SendsWhatIsOnTheClipboard) {
     connect();
     show(SettingsView::ClipboardTab);
@@ -107,6 +120,18 @@ TEST_F(NotificationsTest, AnEmptyReplyIsSentToo) {
     ASSERT_TRUE(press("Send"));
     EXPECT_EQ(takeSent().size(), 1U);
     EXPECT_FALSE(shows("Type reply..."));
+}
+
+TEST_F(NotificationsTest, ABookIsSaidAndLaidOutInItsBeginningOnly) {
+    const auto book = std::string(1'000'000, 'x');
+    receive(R"({"app":")" + book + R"(","title":")" + book + R"(","body":")" + book + R"("})");
+    show(SettingsView::NotificationsTab);
+    for (const auto role : {QAccessible::ListItem, QAccessible::StaticText}) {
+        for (const auto& name : namesOf(role)) {
+            EXPECT_LE(name.size(), 3 * 1200 + 4);
+        }
+    }
+    EXPECT_TRUE(namesOf(QAccessible::StaticText).contains(QString(1200, u'x')));
 }
 
 TEST_F(FileDropTest, ARowShowsHowFarItIsAndThenWhatBecameOfIt) {

@@ -42,6 +42,13 @@ TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
     EXPECT_FALSE(shows("Restart"));
 }
 
+TEST_F(SettingsTabTest, ThePortComesBeforeItsRestart) {
+    show(SettingsView::SettingsTab);
+    view.commitPort(QStringLiteral("9000"));
+    settle();
+    EXPECT_LT(find(QStringLiteral("Port"))->rect().left(), find(QStringLiteral("Restart"))->rect().left());
+}
+
 TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
     show(SettingsView::SettingsTab);
     ASSERT_TRUE(press("Copy IP address"));
