@@ -125,7 +125,7 @@ void measureMemoryUnderLoad(const Table& table, pid_t process, double idle, bool
     };
     sendMessages(R"({"action":"file_transfer_start","fileName":"a","fileSize":)" +
                      QByteArray::number(qint64{mebibytes} << 20) + '}',
-                 mebibytes - 1, chunk("\"}"), chunk("\",\"isLast\":true}"));
+                 mebibytes - 1, chunk("\"}"), chunk(R"(","isLast":true})"));
     const double peak = mebibytesOf(process, "VmHWM");
     table.row("peak memory while a file of 1 GiB comes in", peak, "MiB");
     table.row("   above the idle one (aim: < 32)", peak - idle, "MiB");

@@ -39,7 +39,7 @@ struct ShownWindow : testing::Test, TestView {
         return find(QAccessible::queryAccessibleInterface(window.view()), name);
     }
 
-    [[nodiscard]] bool shows(const char* name) { return find(QString::fromUtf8(name)) != nullptr; }
+    [[nodiscard]] bool shows(const char* name) const { return find(QString::fromUtf8(name)) != nullptr; }
 
     /// False where there is nothing of that name to press.
     [[nodiscard]] bool press(const char* name) {
