@@ -18,7 +18,7 @@ ListRow {
     readonly property string beginningOfTitle: beginning(shownTitle)
     readonly property string beginningOfBody: beginning(body)
 
-    verticalPadding: 2
+    verticalPadding: 2 + Theme.listRowInset
     hairlineInset: Theme.padding + mark.width + 10
 
     Accessible.name: [beginningOfApp, beginningOfTitle, beginningOfBody].filter(part => part !== "").join(", ")

@@ -40,7 +40,7 @@ ScrollPage {
 
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "edit-copy"
-                    symbolSize: Theme.caption.pixelSize
+                    symbolSize: Math.round(Theme.caption.pixelSize * 1.25)
                     helpText: "Copy IP address"
                     onClicked: tab.view.copyText(tab.view.localIP)
                 }

@@ -30,6 +30,7 @@ QtObject {
     readonly property int padding: 16
     readonly property int rowPaddingHorizontal: 12
     readonly property int rowPaddingVertical: 8
+    readonly property int listRowInset: 4 // of every row of a list, around the padding of its own
     readonly property int controlHeight: Math.round(28 * Math.max(1, textScale))
     readonly property int largeControlHeight: Math.round(34 * Math.max(1, textScale))
     readonly property int smallControlHeight: Math.round(22 * Math.max(1, textScale))

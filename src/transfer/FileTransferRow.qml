@@ -13,7 +13,7 @@ ListRow {
     required property string statusText
     signal folderRequested(url file)
 
-    verticalPadding: 4
+    verticalPadding: 4 + Theme.listRowInset
     hairlineInset: Theme.padding + icon.width + 12
 
     Accessible.name: fileName
