@@ -33,6 +33,7 @@ Item {
         width: parent.width
         text: cut.isCut ? cut.textOfLines() : cut.content
         Accessible.name: cut.content
+        Keys.forwardTo: [cut]
     }
     SelectableText {
         id: measure

@@ -20,6 +20,11 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: helpText
 
+    // As Tab does, for controls that keep Tab from being a shortcut, as texts do.
+    function step(isForward: bool) {
+        steps.go(isForward);
+    }
+
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageDown) {
             list.contentY = Math.min(list.contentY + list.height, list.originY + list.contentHeight - list.height);
@@ -32,6 +37,11 @@ ListView {
     }
 
     FocusInSight {
+        view: list
+    }
+    RowSteps {
+        id: steps
+
         view: list
     }
 }

@@ -54,6 +54,22 @@ TEST_F(ListKeyboard, TabReachesEachRowInTurnAndInSight) {
     EXPECT_FALSE(hasFocus("Clipboard history")) << "beyond the last row";
 }
 
+TEST_F(ListKeyboard, BackTabDoesSoToo) {
+    showManyTexts();
+    focus(textOfRow(1).toStdString());
+    for (int number = 1; number < manyRows; ++number) {
+        type(Qt::Key_Tab);
+        type(Qt::Key_Tab);
+    }
+    for (int number = manyRows; number > 0; --number) {
+        ASSERT_TRUE(hasFocus(textOfRow(number).toStdString())) << number;
+        EXPECT_TRUE(isFocusInSight()) << number;
+        type(Qt::Key_Backtab, Qt::ShiftModifier);
+        type(Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    EXPECT_FALSE(hasFocus("Clipboard history")) << "before the first row";
+}
+
 TEST_F(ListKeyboard, ClosingTheReplyLineLeavesTheKeyboardAtItsRow) {
     notify("Chat");
     notify("Mail");
