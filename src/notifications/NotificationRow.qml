@@ -21,7 +21,8 @@ ListRow {
     verticalPadding: 2 + Theme.listRowInset
     hairlineInset: Theme.padding + mark.width + 10
 
-    Accessible.name: [beginningOfApp, beginningOfTitle, beginningOfBody].filter(part => part !== "").join(", ")
+    Accessible.name: beginningOfApp + (beginningOfTitle === "" ? "" : ", ") + beginningOfTitle
+                     + (beginningOfBody === "" ? "" : ", ") + beginningOfBody
 
     function beginning(whole: string): string {
         return whole.slice(0, 1200).replace(/[\uD800-\uDBFF]$/, ""); // no half of a pair

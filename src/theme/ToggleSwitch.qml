@@ -7,6 +7,7 @@ T.Switch {
     id: control
 
     required property string helpText
+    readonly property color trackColor: checked ? Theme.tint : Theme.faded(0.25, 3)
 
     implicitWidth: 38
     implicitHeight: 22
@@ -29,12 +30,10 @@ T.Switch {
     }
 
     indicator: Rectangle {
-        id: track
-
         width: control.width
         height: control.height
         radius: height / 2
-        color: control.checked ? Theme.tint : Theme.faded(0.25, 3)
+        color: control.trackColor
         border.width: Theme.isHighContrast ? 1 : 0
         border.color: Theme.primary
 
@@ -50,7 +49,7 @@ T.Switch {
             width: parent.height - 4
             height: width
             radius: width / 2
-            color: Theme.contrast(Theme.white, track.color) >= 3 ? Theme.white : Theme.black
+            color: Theme.contrast(Theme.white, control.trackColor) >= 3 ? Theme.white : Theme.black
 
             Behavior on x {
                 NumberAnimation {
