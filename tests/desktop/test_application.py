@@ -62,6 +62,24 @@ class InterfaceTest(ApplicationTest):
         self.call('Activate', signature='a{sv}')
         self.wait_for_window()
 
+    def test_activate_brings_a_minimised_window_back(self):
+        self.call('Activate', signature='a{sv}')
+        window = self.wait_for_window()
+        self.desk.run('xdotool', 'windowminimize', '--sync', window)
+        self.assertEqual(self.window(), '')
+        self.call('Activate', signature='a{sv}')
+        self.assertEqual(self.wait_for_window(), window)
+
+    def test_closing_the_window_ends_nothing_and_it_comes_back(self):
+        self.call('Activate', signature='a{sv}')
+        for _ in range(2):
+            self.desk.run('xdotool', 'windowactivate', '--sync', self.wait_for_window())
+            self.desk.run('xdotool', 'key', 'alt+F4')
+            wait_until(lambda: not self.window(), 'the window to close')
+            self.connect(self.program).ping()
+            self.call('Activate', signature='a{sv}')
+        self.wait_for_window()
+
     def test_actions_open_their_tabs(self):
         self.call('ActivateAction', 'sms', [], signature='sava{sv}')
         self.wait_for_window()
