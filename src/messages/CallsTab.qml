@@ -30,6 +30,10 @@ Item {
         view: tab.view
     }
 
-    // A key that nothing else in the window wants is the pad's.
-    Keys.forwardTo: [pad]
+    // A key that nothing else in the window wants is the pad's, but a call is placed from the pad alone.
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter) {
+            event.accepted = tab.view.dialpadKeyPressed(event.key, event.text);
+        }
+    }
 }

@@ -16,7 +16,7 @@ Rectangle {
     Symbol {
         id: glass
 
-        x: 8
+        x: 6
         anchors.verticalCenter: parent.verticalCenter
         name: "edit-find"
         color: Theme.secondary
@@ -26,7 +26,7 @@ Rectangle {
 
         anchors {
             left: glass.right
-            leftMargin: 6
+            leftMargin: Theme.spacing
             right: clearButton.visible ? clearButton.left : parent.right
             rightMargin: 6
             verticalCenter: parent.verticalCenter

@@ -20,7 +20,7 @@ Item {
             left: parent.left
             leftMargin: Theme.padding
             right: sendButton.left
-            rightMargin: 10
+            rightMargin: 10 - 4 // the button has the rest around its picture
             verticalCenter: parent.verticalCenter
         }
         height: Math.ceil(metrics.height) + 2 * 6

@@ -31,7 +31,8 @@ ScrollList {
     onContentYChanged: if (!isResetting) isAtEnd = contentY + height >= originY + contentHeight - 2
     onHeightChanged: keepEnd()
     onContentHeightChanged: if (isAtEnd) Qt.callLater(keepEnd) // qmllint disable
-    onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = count - 1
+    // A text that is pointed at has the keyboard for itself.
+    onActiveFocusChanged: if (activeFocus && currentIndex < 0 && Window.activeFocusItem === list) currentIndex = count - 1
     onMovementStarted: followAnimation.stop()
     Keys.onPressed: event => {
         if (event.matches(StandardKey.Copy) && currentItem) {
@@ -104,6 +105,7 @@ ScrollList {
             }
         }
         function onModelAboutToBeReset() {
+            followAnimation.stop();
             list.placeBefore = list.place();
         }
         function onModelReset() {

@@ -28,7 +28,7 @@ Rectangle {
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
                 name: "security-medium"
-                color: Theme.orange
+                color: Theme.strengthened(Theme.orange, Theme.mixed(Theme.windowBackground, Theme.orange, 0.1), 3)
                 size: 22
             }
             Label {

@@ -123,9 +123,10 @@ QtObject {
         return (Math.max(lights[0], lights[1]) + 0.05) / (Math.min(lights[0], lights[1]) + 0.05);
     }
 
-    // The lower contrast of `shade` to the two backgrounds that text stands on.
+    // The lower contrast of `shade` to the backgrounds that text stands on; that of pages is nearer to the text than
+    // that of the window.
     function textContrast(shade) {
-        return Math.min(contrast(shade, palette.window), contrast(shade, palette.base));
+        return Math.min(contrast(shade, underPageBackground), contrast(shade, palette.base));
     }
 
     // The text's colour at `opacity`, or as much more as it takes for the contrast `least`: 4.5, what can be read,

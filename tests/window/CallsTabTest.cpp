@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 using namespace brenvale;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
+using testing::Not;
 
 namespace {
 
@@ -45,6 +47,8 @@ TEST_F(CallsTab, TheSidebarKeepsTheKeyboardOfWhoWalksThroughIt) {
     ASSERT_EQ(view.selectedTab(), SettingsView::CallTab);
     type(QStringLiteral("12"));
     EXPECT_EQ(number(), "12") << "the pad takes what the sidebar does not want";
+    type(Qt::Key_Return);
+    EXPECT_THAT(takeCommands(), Not(Contains("make_call"))) << "a call is placed from the pad alone";
     type(Qt::Key_Down);
     EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
 }

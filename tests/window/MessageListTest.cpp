@@ -94,6 +94,26 @@ TEST_F(MessageList, GlidesToANewMessageFromFarAwayToo) {
     EXPECT_LT(itemsOf("MessageBubble_QMLTYPE").size(), 60);
 }
 
+TEST_F(MessageList, PointingAtAnOlderTextMovesNothing) {
+    const auto messages = thread("1", 200);
+    reportSms(messages);
+    openThread("1");
+    scrollUp(3000);
+    const QQuickItem* text = nullptr;
+    for (const auto& message : messages) {
+        const auto* bubble = item(QAccessible::EditableText, message.body);
+        if (bubble != nullptr && bubble->mapToScene({}).y() > 150 && bubble->mapToScene({}).y() < 350) {
+            text = bubble;
+        }
+    }
+    ASSERT_NE(text, nullptr);
+    const double before = place();
+    click(*text);
+    EXPECT_FALSE(isGliding());
+    EXPECT_EQ(place(), before);
+    EXPECT_TRUE(text->hasActiveFocus());
+}
+
 TEST_F(MessageList, AnotherThreadWithMoreOrFewerMessagesOpensAtItsEnd) {
     reportSms(thread("1", 200) + thread("2", 90));
     openThread("1");
