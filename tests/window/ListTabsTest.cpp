@@ -122,7 +122,7 @@ TEST_F(NotificationsTest, ABookIsSaidAndLaidOutInItsBeginningOnly) {
     show(SettingsView::NotificationsTab);
     for (const auto role : {QAccessible::ListItem, QAccessible::StaticText}) {
         for (const auto& name : namesOf(role)) {
-            EXPECT_LE(name.size(), 3 * 1200 + 4);
+            EXPECT_LE(name.size(), (3 * 1200) + 4);
         }
     }
     EXPECT_TRUE(namesOf(QAccessible::StaticText).contains(QString(1200, u'x')));
