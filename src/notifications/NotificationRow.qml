@@ -24,7 +24,7 @@ ListRow {
     Accessible.name: beginningOfApp + (beginningOfTitle === "" ? "" : ", ") + beginningOfTitle
                      + (beginningOfBody === "" ? "" : ", ") + beginningOfBody
 
-    function beginning(whole: string): string {
+    function beginning(whole) {
         return whole.slice(0, 1200).replace(/[\uD800-\uDBFF]$/, ""); // no half of a pair
     }
 

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import Brenvale
 
 // The tip of the control that it stands in, made only when it is wanted.
 Loader {
