@@ -98,6 +98,10 @@ class FileDropTest(WindowTest):
         self.window.press('push button', 'Send Files...')
         title = lambda: desk.run('xdotool', 'getactivewindow', 'getwindowname', check=False).strip()
         wait_until(lambda: title() == 'Send Files', 'the picker')
+        self.wait_for_name_field()
+
+    def wait_for_name_field(self):
+        self.window.wait(lambda: (self.window.focused() or [''])[0] == 'text', 'the keyboard in the field for names')
 
     def make_file(self, name):
         path = desk.root / name
@@ -123,10 +127,10 @@ class FileDropTest(WindowTest):
     def test_what_is_picked_is_sent_whatever_the_window_shows_by_then(self):
         path = self.make_file('late.txt')
         self.open_picker()
-        desk.run('gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path', '/org/brenvale/Brenvale',
-                 '--method', 'org.freedesktop.Application.ActivateAction', 'info', '[]', '{}')
+        self.open('info').wait_for_text('Description')
         picker = desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Send Files$').split()[0]
         desk.run('xdotool', 'windowactivate', '--sync', picker)
+        self.wait_for_name_field()
         self.window.type(f'"{path}"')
         self.window.key('Return')
         self.assertEqual(self.sent('file_transfer_start')[0]['fileName'], 'late.txt')
