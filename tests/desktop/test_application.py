@@ -74,8 +74,11 @@ class InterfaceTest(ApplicationTest):
         self.call('Activate', signature='a{sv}')
         for _ in range(2):
             self.desk.run('xdotool', 'windowactivate', '--sync', self.wait_for_window())
-            self.desk.run('xdotool', 'key', 'alt+F4')
-            wait_until(lambda: not self.window(), 'the window to close')
+            # The window manager may not listen yet to the keys of a window that it has just activated.
+            def closed():
+                self.desk.run('xdotool', 'key', 'alt+F4')
+                return not self.window()
+            wait_until(closed, 'the window to close')
             self.connect(self.program).ping()
             self.call('Activate', signature='a{sv}')
         self.wait_for_window()

@@ -14,7 +14,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <memory>
-#include <string_view>
 
 #include <xcb/xcb.h>
 
@@ -30,16 +29,9 @@ constexpr std::chrono::seconds panelPatience{10};
 
 /// Whether an X11 tray of the first screen is there (System Tray Protocol of freedesktop.org).
 bool hasOldTray(xcb_connection_t* connection) {
-    constexpr std::string_view selection = "_NET_SYSTEM_TRAY_S0";
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, selection.size(), selection.data()),
-                              nullptr),
-        std::free);
-    if (!atom) {
-        return false;
-    }
+    const auto selection = x11Atom(connection, "_NET_SYSTEM_TRAY_S0");
     const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr),
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr),
         std::free);
     return owner && owner->owner != XCB_WINDOW_NONE;
 }

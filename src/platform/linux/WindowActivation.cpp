@@ -4,22 +4,11 @@
 
 #include <QWindow>
 
-#include <cstdlib>
-#include <memory>
-#include <string_view>
-
 #include <xcb/xcb.h>
 
 namespace brenvale {
 
 namespace {
-
-xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
-    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr), std::free);
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
 
 /// Asks the window manager as the user would (Extended Window Manager Hints, _NET_ACTIVE_WINDOW).
 void requestActiveWindow(xcb_connection_t* connection, xcb_window_t window) {
@@ -28,7 +17,7 @@ void requestActiveWindow(xcb_connection_t* connection, xcb_window_t window) {
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = atom(connection, "_NET_ACTIVE_WINDOW");
+    message.type = x11Atom(connection, "_NET_ACTIVE_WINDOW");
     message.data.data32[0] = askedByTheUser;
     for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection)); screens.rem > 0;
          xcb_screen_next(&screens)) {
