@@ -2,11 +2,12 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace brenvale {
 
-/// The desktop's clipboard. On main.
+/// The desktop's clipboard. On main; no call waits for another program.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
@@ -17,8 +18,12 @@ public:
     /// Offers `text` as the contents.
     virtual void setString(const QString& text) = 0;
 
-    /// The contents as text; nothing where they are none.
-    [[nodiscard]] virtual std::optional<QString> string() const = 0;
+    /// Gets the contents as text; nothing where they are none, or are files alone, and where their owner does
+    /// not give them in time.
+    using TextAnswer = std::move_only_function<void(std::optional<QString> text)>;
+
+    /// Reads the contents. `answer` is called once, on main, perhaps before the return.
+    virtual void string(TextAnswer answer) = 0;
 };
 
 } // namespace brenvale

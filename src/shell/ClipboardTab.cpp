@@ -11,9 +11,11 @@ void SettingsView::clearClipboard() {
 }
 
 void SettingsView::sendCurrentClipboard() {
-    if (const auto text = platform_.pasteboard.string(); text && !text->isEmpty()) {
-        server_.sendClipboard(*text);
-    }
+    platform_.pasteboard.string([&server = server_](const std::optional<QString>& text) {
+        if (text && !text->isEmpty()) {
+            server.sendClipboard(*text);
+        }
+    });
 }
 
 void SettingsView::copyText(const QString& text) {

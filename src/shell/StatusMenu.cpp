@@ -84,10 +84,11 @@ void AppDelegate::activateAction(const QString& name) {
 }
 
 void AppDelegate::sendClipboard() {
-    const auto text = platform_.pasteboard.string();
-    if (text && !text->isEmpty()) {
-        server_.sendClipboard(*text);
-    }
+    platform_.pasteboard.string([&server = server_](const std::optional<QString>& text) {
+        if (text && !text->isEmpty()) {
+            server.sendClipboard(*text);
+        }
+    });
 }
 
 } // namespace brenvale

@@ -168,10 +168,27 @@ class FakePasteboard final : public Pasteboard {
 public:
     void clearContents() override { calls.append(QStringLiteral("clear")); }
     void setString(const QString& text) override { calls.append(QStringLiteral("set:") + text); }
-    [[nodiscard]] std::optional<QString> string() const override { return contents; }
+    void string(TextAnswer answer) override {
+        if (isSlow) {
+            waiting_.push_back(std::move(answer));
+        } else {
+            answer(contents);
+        }
+    }
+
+    /// The other program gives its text at last.
+    void answerAll() {
+        for (auto& answer : std::exchange(waiting_, {})) {
+            answer(contents);
+        }
+    }
 
     QStringList calls;
     std::optional<QString> contents; ///< what another program put there
+    bool isSlow = false;             ///< whether that program takes its time to give it
+
+private:
+    std::vector<TextAnswer> waiting_;
 };
 
 class FakeUserDefaults final : public UserDefaults {

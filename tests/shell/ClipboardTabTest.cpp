@@ -45,6 +45,16 @@ TEST_F(ClipboardTab, SendsNoEmptyClipboard) {
     EXPECT_THAT(takeSent(), ElementsAre());
 }
 
+TEST_F(ClipboardTab, SendsTheTextWhenItsOwnerGivesIt) {
+    connect();
+    fake.pasteboard.isSlow = true;
+    view.sendCurrentClipboard();
+    EXPECT_THAT(takeSent(), ElementsAre());
+    fake.pasteboard.contents = QStringLiteral("late");
+    fake.pasteboard.answerAll();
+    EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"clipboard","text":"late"})"));
+}
+
 TEST_F(ClipboardTab, CopiesAllOfAText) {
     const auto text = QStringLiteral("line\n").repeated(20);
     store->addClipboard(text);

@@ -83,6 +83,19 @@ TEST_F(StatusMenuTest, SendClipboardSendsTheTextAndOpensNothing) {
     EXPECT_EQ(windowsMade, 0);
 }
 
+TEST_F(StatusMenuTest, TheTextIsSentWhenItsOwnerGivesIt) {
+    const auto connection = connectPhone();
+    connection->sent.clear();
+    fake.pasteboard.isSlow = true;
+    fake.statusItem.choose(QStringLiteral("Send Clipboard"));
+    run();
+    EXPECT_TRUE(connection->sent.empty());
+    fake.pasteboard.contents = QStringLiteral("late");
+    fake.pasteboard.answerAll();
+    run();
+    EXPECT_EQ(connection->sent.size(), 1U);
+}
+
 TEST_F(StatusMenuTest, AnEmptyClipboardAndOneWithoutTextSendNothing) {
     const auto connection = connectPhone();
     connection->sent.clear();

@@ -60,9 +60,11 @@ void QtPasteboard::bringTimeUpToDate() {
     xcb_flush(connection);
 }
 
-std::optional<QString> QtPasteboard::string() const {
+/// Files alone are no text, though the toolkit would write their addresses out.
+void QtPasteboard::string(TextAnswer answer) {
     const auto* contents = QGuiApplication::clipboard()->mimeData();
-    return contents != nullptr && contents->hasText() ? std::optional(contents->text()) : std::nullopt;
+    const bool isText = contents != nullptr && contents->hasFormat(QStringLiteral("text/plain"));
+    answer(isText ? std::optional(contents->text()) : std::nullopt);
 }
 
 } // namespace brenvale

@@ -20,7 +20,7 @@ public:
 
     void clearContents() override;
     void setString(const QString& text) override;
-    [[nodiscard]] std::optional<QString> string() const override;
+    void string(TextAnswer answer) override;
 
 private:
     void offer(const QString& text, int triesLeft);
