@@ -107,11 +107,13 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     Folder downloads_;
+    RecordingEventPoster eventPoster_;
     DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     FakeLoginItem loginItem_;
     QtPasteboard pasteboard_;
+    FakeScriptRunner scriptRunner_;
     FakeStatusItem statusItem_;
     FakeSystemSettings systemSettings_;
     Settings settings_;
@@ -121,11 +123,13 @@ private:
                        .clock = clock_,
                        .computerName = computerName_,
                        .downloads = downloads_,
+                       .eventPoster = eventPoster_,
                        .fileViewer = fileViewer_,
                        .internalNotifications = internalNotifications_,
                        .log = log_,
                        .loginItem = loginItem_,
                        .pasteboard = pasteboard_,
+                       .scriptRunner = scriptRunner_,
                        .statusItem = statusItem_,
                        .systemSettings = systemSettings_,
                        .userDefaults = settings_,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fakes/FakeScriptRunner.h"
+#include "fakes/RecordingEventPoster.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
@@ -22,6 +24,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <variant>
 #include <vector>
@@ -40,7 +43,7 @@ public:
 
     std::function<void()> asked; ///< looks at what the world was like then
 
-    bool isTrusted = false;
+    std::atomic<bool> isTrusted = false;
     int prompts = 0;
 };
 
@@ -311,11 +314,13 @@ struct FakePlatform {
     FakeClock clock;
     FakeComputerName computerName;
     TemporaryDownloads downloads;
+    RecordingEventPoster eventPoster;
     FakeFileViewer fileViewer;
     InternalNotifications internalNotifications;
     RecordingLog log;
     FakeLoginItem loginItem;
     FakePasteboard pasteboard;
+    FakeScriptRunner scriptRunner;
     FakeStatusItem statusItem;
     FakeSystemSettings systemSettings;
     FakeUserDefaults userDefaults;
@@ -325,11 +330,13 @@ struct FakePlatform {
                       .clock = clock,
                       .computerName = computerName,
                       .downloads = downloads,
+                      .eventPoster = eventPoster,
                       .fileViewer = fileViewer,
                       .internalNotifications = internalNotifications,
                       .log = log,
                       .loginItem = loginItem,
                       .pasteboard = pasteboard,
+                      .scriptRunner = scriptRunner,
                       .statusItem = statusItem,
                       .systemSettings = systemSettings,
                       .userDefaults = userDefaults,

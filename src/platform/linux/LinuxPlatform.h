@@ -2,6 +2,8 @@
 
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
+#include "platform/linux/AbsentEventPoster.h"
+#include "platform/linux/AbsentScriptRunner.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
@@ -32,11 +34,13 @@ private:
     SystemClock clock_;
     HostnamedComputerName computerName_;
     XdgDownloads downloads_;
+    AbsentEventPoster eventPoster_;
     DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     AutostartEntry loginItem_;
     QtPasteboard pasteboard_;
+    AbsentScriptRunner scriptRunner_;
     TrayItem statusItem_;
     DesktopSettings systemSettings_;
     SettingsDefaults userDefaults_;
