@@ -1,6 +1,7 @@
 #include "shell/SettingsView.h"
 
 #include "link/WebSocketServer.h"
+#include "platform/AccessibilityTrust.h"
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
@@ -81,7 +82,8 @@ void SettingsView::observe() {
             }
             storedPortChanged();
         }),
-        history_.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); })};
+        history_.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); }),
+        platform_.accessibilityTrust.observe([this] { refreshAccessibility(); })};
     follow(history_.connectedRemoteIP, phone_.remoteIP, &SettingsView::phoneStatusChanged);
     follow(history_.connectedWifiName, phone_.wifiName, &SettingsView::phoneStatusChanged);
     follow(history_.connectedDeviceName, phone_.deviceName, &SettingsView::phoneStatusChanged);

@@ -76,6 +76,11 @@ void SettingsView::refreshAccessibility() {
 }
 
 void SettingsView::openAccessibilitySettings() {
+    // A desktop that has the user consent in a dialog has no other place for it.
+    if (platform_.accessibilityTrust.state() == AccessibilityTrust::State::toBeAsked) {
+        platform_.accessibilityTrust.askUser();
+        return;
+    }
     platform_.systemSettings.open(SystemSettings::Pane::accessibility);
 }
 

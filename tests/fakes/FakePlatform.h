@@ -33,6 +33,10 @@ namespace brenvale {
 
 class FakeAccessibilityTrust final : public AccessibilityTrust {
 public:
+    [[nodiscard]] State state() const override {
+        return isTrusted ? State::trusted : isAskable ? State::toBeAsked : State::impossible;
+    }
+
     [[nodiscard]] bool isProcessTrusted(bool prompt) override {
         prompts += prompt ? 1 : 0;
         if (asked) {
@@ -41,10 +45,27 @@ public:
         return isTrusted;
     }
 
+    void askUser() override { ++wishes; }
+
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
+        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
+    }
+
+    /// The consent comes or goes.
+    void change(bool trusted) {
+        isTrusted = trusted;
+        change_.set({});
+    }
+
     std::function<void()> asked; ///< looks at what the world was like then
 
     std::atomic<bool> isTrusted = false;
+    bool isAskable = false;
     int prompts = 0;
+    int wishes = 0; ///< how often the user's own wish was passed on
+
+private:
+    Published<std::monostate> change_;
 };
 
 /// Keeps the alert on show until the test answers it.

@@ -102,7 +102,7 @@ TEST_F(LoginSwitch, AFailureDoesNotPutTheSwitchBack) {
 TEST_F(Accessibility, IsReadWhenTheWindowAppearsAndWhenTheUserComesBack) {
     const auto told = countSignals(view, &SettingsView::isAccessibilityEnabledChanged);
     EXPECT_FALSE(view.isAccessibilityEnabled());
-    fake.accessibilityTrust.isTrusted = true;
+    fake.accessibilityTrust.isTrusted = true; // where no observer is told
     EXPECT_FALSE(view.isAccessibilityEnabled());
     view.becameActive();
     EXPECT_TRUE(view.isAccessibilityEnabled());
@@ -117,6 +117,33 @@ TEST_F(Accessibility, IsReadWhenTheUserAsks) {
     fake.accessibilityTrust.isTrusted = true;
     view.refreshAccessibility();
     EXPECT_TRUE(view.isAccessibilityEnabled());
+}
+
+TEST_F(Accessibility, IsFollowedAsTheConsentComesAndGoes) {
+    const auto told = countSignals(view, &SettingsView::isAccessibilityEnabledChanged);
+    fake.accessibilityTrust.change(true);
+    EXPECT_TRUE(view.isAccessibilityEnabled());
+    fake.accessibilityTrust.change(true);
+    fake.accessibilityTrust.change(false);
+    EXPECT_FALSE(view.isAccessibilityEnabled());
+    EXPECT_EQ(*told, 2);
+}
+
+TEST_F(Accessibility, TheButtonHasTheDesktopAskWhereItCan) {
+    fake.accessibilityTrust.isAskable = true;
+    view.openAccessibilitySettings();
+    EXPECT_EQ(fake.accessibilityTrust.wishes, 1);
+    EXPECT_TRUE(fake.systemSettings.opened.empty());
+    EXPECT_EQ(fake.accessibilityTrust.prompts, 0) << "a start's question would be none after a refusal";
+}
+
+TEST_F(Accessibility, TheButtonOpensTheSettingsWhereThereIsNobodyToAsk) {
+    view.openAccessibilitySettings();
+    fake.accessibilityTrust.isAskable = true;
+    fake.accessibilityTrust.isTrusted = true;
+    view.openAccessibilitySettings();
+    EXPECT_EQ(fake.accessibilityTrust.wishes, 0);
+    EXPECT_EQ(fake.systemSettings.opened.size(), 2);
 }
 
 TEST_F(SystemStatus, TheAddressIsReadAnewWheneverItIsLookedAt) {

@@ -4,8 +4,9 @@
 
 namespace brenvale {
 
-LinuxPlatform::LinuxPlatform(DispatchQueue& main, Display display)
-    : accessibilityTrust_(std::move(display)),
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, InputWays input)
+    : eventPoster_(std::move(input.ways)),
+      accessibilityTrust_(eventPoster_, input.consent),
       scriptRunner_(main),
       userNotificationCenter_(main),
       platform_{.accessibilityTrust = accessibilityTrust_,

@@ -2,13 +2,11 @@
 
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
-#include "platform/linux/AbsentEventPoster.h"
 #include "platform/linux/AbsentScriptRunner.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/DesktopSettings.h"
-#include "platform/linux/EventPostingTrust.h"
 #include "platform/linux/HostnamedComputerName.h"
 #include "platform/linux/QtAlerts.h"
 #include "platform/linux/QtPasteboard.h"
@@ -17,6 +15,8 @@
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/TrayItem.h"
 #include "platform/linux/XdgDownloads.h"
+#include "platform/linux/input/EventPostingTrust.h"
+#include "platform/linux/input/InputWays.h"
 
 namespace brenvale {
 
@@ -24,17 +24,19 @@ namespace brenvale {
 /// object.
 class LinuxPlatform {
 public:
-    LinuxPlatform(DispatchQueue& main, Display display);
+    LinuxPlatform(DispatchQueue& main, const Display& display) : LinuxPlatform(main, inputWays(display)) {}
 
     [[nodiscard]] Platform& platform() { return platform_; }
 
 private:
+    LinuxPlatform(DispatchQueue& main, InputWays input);
+
+    LinuxEventPoster eventPoster_;
     EventPostingTrust accessibilityTrust_;
     QtAlerts alerts_;
     SystemClock clock_;
     HostnamedComputerName computerName_;
     XdgDownloads downloads_;
-    AbsentEventPoster eventPoster_;
     DBusFileViewer fileViewer_;
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;

@@ -1,6 +1,6 @@
-#include "platform/linux/RemoteDesktopPortal.h"
+#include "platform/linux/input/RemoteDesktopPortal.h"
 
-#include "platform/linux/PortalRequest.h"
+#include "platform/linux/input/PortalRequest.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -23,12 +23,30 @@ const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session"
 constexpr uint keyboardAndPointer = 3;
 constexpr uint untilRevoked = 2;
 
-QString tokenPath() {
+QString statePath(QLatin1StringView name) {
     auto folder = qEnvironmentVariable("XDG_STATE_HOME");
     if (!QDir::isAbsolutePath(folder)) {
         folder = QDir::homePath() + QStringLiteral("/.local/state");
     }
-    return folder + QStringLiteral("/brenvale/remote-desktop-token");
+    return folder + QStringLiteral("/brenvale/") + name;
+}
+
+QString tokenPath() {
+    return statePath(QLatin1StringView("remote-desktop-token"));
+}
+
+/// There while the user's last answer was a refusal.
+QString refusalPath() {
+    return statePath(QLatin1StringView("remote-desktop-refused"));
+}
+
+void keepRefusal(bool isRefused) {
+    QFile file(refusalPath());
+    if (!isRefused) {
+        file.remove();
+    } else if (QDir().mkpath(QFileInfo(refusalPath()).path())) {
+        (void)file.open(QIODevice::WriteOnly);
+    }
 }
 
 QString readToken() {
@@ -52,6 +70,7 @@ void keepToken(const QString& token) {
 RemoteDesktopPortal::RemoteDesktopPortal() {
     const auto bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
+        canAsk_ = true;
         auto* watcher =
             new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
         connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this,
@@ -59,11 +78,25 @@ RemoteDesktopPortal::RemoteDesktopPortal() {
     }
 }
 
-void RemoteDesktopPortal::start() {
+bool RemoteDesktopPortal::wasRefused() const {
+    return QFile::exists(refusalPath());
+}
+
+Subscription RemoteDesktopPortal::observe(std::function<void()> observer) {
+    return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
+}
+
+void RemoteDesktopPortal::setState(State state) {
+    if (state_.exchange(state) != state) {
+        change_.set({});
+    }
+}
+
+void RemoteDesktopPortal::ask() {
     if (state_ != State::none || !QDBusConnection::sessionBus().isConnected()) {
         return;
     }
-    state_ = State::starting;
+    setState(State::starting);
     const auto token = QStringLiteral("brenvale_") + QUuid::createUuid().toString(QUuid::Id128);
     PortalRequest::call(interface, QStringLiteral("CreateSession"), {},
                         {{QStringLiteral("session_handle_token"), token}}, [this](const auto& results) {
@@ -97,7 +130,14 @@ void RemoteDesktopPortal::startSession() {
     const QString noParentWindow;
     PortalRequest::call(interface, QStringLiteral("Start"),
                         {QVariant::fromValue(QDBusObjectPath(session_)), noParentWindow}, {},
-                        [this](const auto& results) { results ? started(*results) : closeSession(); });
+                        [this](const auto& results) {
+                            if (results) {
+                                started(*results);
+                            } else {
+                                keepRefusal(true);
+                                closeSession();
+                            }
+                        });
 }
 
 void RemoteDesktopPortal::started(const QVariantMap& results) {
@@ -106,7 +146,8 @@ void RemoteDesktopPortal::started(const QVariantMap& results) {
     }
     const auto devices = results.value(QStringLiteral("devices")).toUInt();
     if ((devices & keyboardAndPointer) == keyboardAndPointer) {
-        state_ = State::started;
+        keepRefusal(false);
+        setState(State::started);
     } else {
         closeSession();
     }
@@ -131,7 +172,7 @@ void RemoteDesktopPortal::forgetSession() {
                                                  this, SLOT(sessionClosed()));
         session_.clear();
     }
-    state_ = State::none;
+    setState(State::none);
 }
 
 } // namespace brenvale

@@ -1,4 +1,4 @@
-#include "platform/linux/PortalRequest.h"
+#include "platform/linux/input/PortalRequest.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

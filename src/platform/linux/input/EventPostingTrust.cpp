@@ -1,0 +1,45 @@
+#include "platform/linux/input/EventPostingTrust.h"
+
+#include "platform/EventPoster.h"
+#include "platform/linux/input/InputConsent.h"
+
+#include <QLoggingCategory>
+
+namespace brenvale {
+
+namespace {
+
+Q_LOGGING_CATEGORY(input, "brenvale.input")
+
+} // namespace
+
+AccessibilityTrust::State EventPostingTrust::state() const {
+    if (poster_.canMakeEvents()) {
+        return State::trusted;
+    }
+    return consent_ != nullptr && consent_->canAsk() ? State::toBeAsked : State::impossible;
+}
+
+bool EventPostingTrust::isProcessTrusted(bool prompt) {
+    const bool isTrusted = state() == State::trusted;
+    if (prompt) {
+        qCDebug(input) << "events can be posted:" << isTrusted;
+        if (!isTrusted && consent_ != nullptr && !consent_->wasRefused()) {
+            consent_->ask(); // also a dialog that has not come up yet in a session that is still starting
+        }
+    }
+    return isTrusted;
+}
+
+void EventPostingTrust::askUser() {
+    if (consent_ != nullptr && state() == State::toBeAsked) {
+        consent_->ask();
+    }
+}
+
+Subscription EventPostingTrust::observe(std::function<void()> observer) {
+    observer();
+    return consent_ != nullptr ? consent_->observe(std::move(observer)) : nullptr;
+}
+
+} // namespace brenvale

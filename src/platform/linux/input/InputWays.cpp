@@ -1,0 +1,38 @@
+#include "platform/linux/input/InputWays.h"
+
+#include "platform/linux/input/RemoteDesktopPortal.h"
+
+#include <unistd.h>
+
+namespace brenvale {
+
+namespace {
+
+/// A way that is known to be there and not built yet.
+class FutureWay final : public EventPoster {
+public:
+    [[nodiscard]] bool canMakeEvents() const override { return true; }
+    [[nodiscard]] QPointF pointerLocation() const override { return {}; }
+    void post(const KeyEvent& /*event*/) override {}
+    void post(const SystemDefinedEvent& /*event*/) override {}
+    void post(const MouseEvent& /*event*/) override {}
+};
+
+} // namespace
+
+InputWays inputWays(const Display& display) {
+    InputWays input;
+    if (display.takesEvents) {
+        input.ways.push_back(std::make_unique<FutureWay>());
+    } else if (display.kind == Display::Kind::wayland) {
+        auto portal = std::make_unique<RemoteDesktopPortal>();
+        input.consent = portal.get();
+        input.ways.push_back(std::move(portal));
+    }
+    if (::access("/dev/uinput", W_OK) == 0) {
+        input.ways.push_back(std::make_unique<FutureWay>());
+    }
+    return input;
+}
+
+} // namespace brenvale

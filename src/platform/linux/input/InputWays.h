@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/linux/DisplayProbe.h"
+#include "platform/linux/input/LinuxEventPoster.h"
+
+namespace brenvale {
+
+class InputConsent;
+
+/// How this session takes events: on X11 by XTEST, on Wayland by the compositor's virtual keyboard and
+/// pointer, else by the desktop's portal; wherever the user may write it, by the kernel's input device.
+struct InputWays {
+    LinuxEventPoster::Ways ways;     ///< the best first
+    InputConsent* consent = nullptr; ///< one of the ways, where that needs the user's consent
+};
+
+/// On main, after the application object.
+[[nodiscard]] InputWays inputWays(const Display& display);
+
+} // namespace brenvale
