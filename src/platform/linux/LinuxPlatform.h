@@ -2,7 +2,6 @@
 
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
-#include "platform/linux/AbsentScriptRunner.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
@@ -17,6 +16,7 @@
 #include "platform/linux/XdgDownloads.h"
 #include "platform/linux/input/EventPostingTrust.h"
 #include "platform/linux/input/InputWays.h"
+#include "platform/linux/scripts/LinuxScriptRunner.h"
 
 namespace brenvale {
 
@@ -42,7 +42,7 @@ private:
     StandardOutputLog log_;
     AutostartEntry loginItem_;
     QtPasteboard pasteboard_;
-    AbsentScriptRunner scriptRunner_;
+    LinuxScriptRunner scriptRunner_;
     TrayItem statusItem_;
     DesktopSettings systemSettings_;
     SettingsDefaults userDefaults_;
