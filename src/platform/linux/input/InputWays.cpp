@@ -1,6 +1,7 @@
 #include "platform/linux/input/InputWays.h"
 
 #include "platform/linux/input/RemoteDesktopPortal.h"
+#include "platform/linux/input/WaylandEventPoster.h"
 
 #include <unistd.h>
 
@@ -22,9 +23,12 @@ public:
 
 InputWays inputWays(const Display& display) {
     InputWays input;
-    if (display.takesEvents) {
+    const bool isWayland = display.kind == Display::Kind::wayland;
+    if (display.takesEvents && isWayland) {
+        input.ways.push_back(std::make_unique<WaylandEventPoster>());
+    } else if (display.takesEvents) {
         input.ways.push_back(std::make_unique<FutureWay>());
-    } else if (display.kind == Display::Kind::wayland) {
+    } else if (isWayland) {
         auto portal = std::make_unique<RemoteDesktopPortal>();
         input.consent = portal.get();
         input.ways.push_back(std::move(portal));
