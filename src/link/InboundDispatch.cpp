@@ -33,6 +33,7 @@ void WebSocketServer::handle(const MessageBuffer& data) {
         Branch{"device_info", &WebSocketServer::handleDeviceInfo},
         Branch{"clipboard", &WebSocketServer::handleClipboard},
         Branch{"battery_status", &WebSocketServer::handleBatteryStatus},
+        Branch{"remote_control", &WebSocketServer::handleRemoteControl},
     };
 
     const auto document = link_.reader->parse(data);

@@ -12,12 +12,14 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace brenvale {
 
 class DispatchQueue;
+class EventPoster;
 class HistoryStore;
 class JsonObject;
 class JsonReader;
@@ -142,6 +144,24 @@ private:
     // transfer/OutgoingFiles.cpp. On queue. The errors are the file's.
     std::expected<void, QString> queueFile(const QUrl& url);
     std::expected<void, QString> queueChunks(QFile& file, const FileTransferRecord& record);
+
+    // remote/RemoteControl.cpp. On queue; the scripts and the pointer go to main.
+    void handleRemoteControl(const JsonObject& json);
+    void handleMouseMove(const JsonObject& json);
+    void handleMouseClick(const JsonObject& json);
+    void pressMediaKey(std::string_view command);
+    void performCommand(std::string_view command, const JsonObject& json);
+    [[nodiscard]] bool checkAccess(std::string_view command);
+    void runScript(QString source);
+
+    // remote/InputInjection.cpp. On queue. Events that cannot be made are left out without a word.
+    void sendCGKey(quint16 keyCode, const std::vector<std::string_view>& modifiers);
+    void sendSystemMediaKey(qint32 key);
+    void sendUnicodeText(const QString& text);
+
+    // remote/InputInjection.cpp. On main.
+    static void moveMouse(EventPoster& poster, double dx, double dy);
+    static void clickMouse(EventPoster& poster, bool isRight);
 
     // link/WebSocketServer.cpp. Any thread.
     void sendText(std::shared_ptr<const OutgoingText> text);

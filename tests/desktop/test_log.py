@@ -19,6 +19,11 @@ DESCRIBED = [
     r'\[WebSocketServer\] Received complete message of \d+ bytes from \S+',
     r'\[WebSocketServer\] JSON parsing failed: \S.*\. Payload size: \d+ bytes',
     r'\[WebSocketServer\] Error: Received data is not a valid JSON dictionary\.',
+    r'\[WebSocketServer\] Command received: .* \[Type: .*\]',
+    r'\[WebSocketServer\] Typing unicode text: .*',
+    r'\[WebSocketServer\] Error: Command \'.*\' failed\. Accessibility permissions are missing\.',
+    r'\[WebSocketServer\] Error: Media keys require Accessibility permissions\.',
+    r'\[WebSocketServer\] AppleScript Error: \S.*',
     r'\[AppDelegate\] Incoming call cleared',
     r'\[Notifications\] Post error: \S.*',
 ]
