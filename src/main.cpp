@@ -91,6 +91,7 @@ int main(int argc, char* argv[]) {
     };
     const int status = QApplication::exec();
     DBusApplication::release();
+    platform.saveBeforeEnd();
     // The system tears everything down: a step on the link's queue may take as long as it likes.
     std::_Exit(status);
 }

@@ -14,7 +14,7 @@ class RawClient:
     def __init__(self, port, host='127.0.0.1'):
         self.socket = socket.create_connection((host, port), timeout=DEADLINE)
         self.host, self.port = host, port
-        self.received = b''
+        self.received = bytearray()
 
     def __enter__(self):
         return self
@@ -147,7 +147,8 @@ class RawClient:
     def _take(self, count):
         while len(self.received) < count:
             self._receive_more()
-        taken, self.received = self.received[:count], self.received[count:]
+        taken = bytes(self.received[:count])
+        del self.received[:count]
         return taken
 
     def _receive_more(self):

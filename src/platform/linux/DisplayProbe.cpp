@@ -1,5 +1,7 @@
 #include "platform/linux/DisplayProbe.h"
 
+#include "platform/linux/CurrentDesktop.h"
+
 #include <QByteArrayList>
 #include <QtGlobal>
 
@@ -101,7 +103,10 @@ Answer answerInTime(Answer (*ask)()) {
 Display chooseDisplay() {
     const auto chosen = qgetenv(platformVariable);
     auto platforms = chosen.split(';');
-    platforms << "wayland" << "xcb" << "offscreen";
+    // GNOME lets only X11 programs set the clipboard and float above others without the focus.
+    const bool isGnome = currentDesktop().contains(QStringLiteral("GNOME"), Qt::CaseInsensitive);
+    platforms << (isGnome ? QByteArrayList{"xcb", "wayland"} : QByteArrayList{"wayland", "xcb"})
+              << "offscreen";
     const auto wayland = answerInTime(askWayland);
     const auto x11 = answerInTime(askX11);
     platforms.removeIf([&wayland, &x11](const QByteArray& platform) {

@@ -4,9 +4,27 @@
 
 namespace brenvale {
 
-LinuxPlatform::LinuxPlatform(DispatchQueue& main, InputWays input)
-    : eventPoster_(std::move(input.ways)),
+namespace {
+
+std::unique_ptr<ClipboardService> clipboardOf(DispatchQueue& main, Display::Kind kind) {
+    using Session = ClipboardService::Session;
+    const auto session = kind == Display::Kind::wayland ? Session::wayland
+                         : kind == Display::Kind::x11   ? Session::x11
+                                                        : Session::none;
+    return std::make_unique<ClipboardService>(main, session);
+}
+
+} // namespace
+
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display)
+    : LinuxPlatform(main, clipboardOf(main, display.kind), inputWays(display)) {}
+
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, std::unique_ptr<ClipboardService> clipboard,
+                             InputWays input)
+    : clipboard_(std::move(clipboard)),
+      eventPoster_(std::move(input.ways)),
       accessibilityTrust_(eventPoster_, input.consent),
+      pasteboard_(main, *clipboard_),
       scriptRunner_(main),
       userNotificationCenter_(main),
       platform_{.accessibilityTrust = accessibilityTrust_,

@@ -8,15 +8,18 @@
 #include "platform/linux/DesktopSettings.h"
 #include "platform/linux/HostnamedComputerName.h"
 #include "platform/linux/QtAlerts.h"
-#include "platform/linux/QtPasteboard.h"
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/TrayItem.h"
 #include "platform/linux/XdgDownloads.h"
+#include "platform/linux/clipboard/ClipboardService.h"
+#include "platform/linux/clipboard/DesktopPasteboard.h"
 #include "platform/linux/input/EventPostingTrust.h"
 #include "platform/linux/input/InputWays.h"
 #include "platform/linux/scripts/LinuxScriptRunner.h"
+
+#include <memory>
 
 namespace brenvale {
 
@@ -24,13 +27,18 @@ namespace brenvale {
 /// object.
 class LinuxPlatform {
 public:
-    LinuxPlatform(DispatchQueue& main, const Display& display) : LinuxPlatform(main, inputWays(display)) {}
+    LinuxPlatform(DispatchQueue& main, const Display& display);
 
     [[nodiscard]] Platform& platform() { return platform_; }
 
-private:
-    LinuxPlatform(DispatchQueue& main, InputWays input);
+    /// The last step of the process: what it gave to other programs stays with the desktop, where that can
+    /// be. Takes some seconds at most.
+    void saveBeforeEnd() { clipboard_->saveBeforeEnd(); }
 
+private:
+    LinuxPlatform(DispatchQueue& main, std::unique_ptr<ClipboardService> clipboard, InputWays input);
+
+    std::unique_ptr<ClipboardService> clipboard_; ///< first, as others use it
     LinuxEventPoster eventPoster_;
     EventPostingTrust accessibilityTrust_;
     QtAlerts alerts_;
@@ -41,7 +49,7 @@ private:
     InternalNotifications internalNotifications_;
     StandardOutputLog log_;
     AutostartEntry loginItem_;
-    QtPasteboard pasteboard_;
+    DesktopPasteboard pasteboard_;
     LinuxScriptRunner scriptRunner_;
     TrayItem statusItem_;
     DesktopSettings systemSettings_;

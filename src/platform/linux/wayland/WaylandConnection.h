@@ -15,7 +15,8 @@
 namespace brenvale {
 
 /// Destroys an object of a protocol by the function that the protocol has for it:
-/// `std::unique_ptr<wl_seat, WaylandDestroy<wl_seat_destroy>>`.
+/// `std::unique_ptr<wl_seat, WaylandDestroy<wl_seat_destroy>>`. For sources: each has its own copy of that
+/// function, so such a type cannot stand in a header.
 template <auto destroy>
 struct WaylandDestroy {
     template <typename Object>
