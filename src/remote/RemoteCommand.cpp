@@ -23,7 +23,7 @@ constexpr std::array commands{
     RemoteCommand{"vol_down", isFree, PerformScript{quieter}},
     RemoteCommand{"mute_mac", isFree, PressSystemKey{7}},
     RemoteCommand{"unmute_mac", isFree, PressSystemKey{7}}, // neither knows the state: both flip it
-    RemoteCommand{"open_url", isFree, OpenLocation{}},
+    RemoteCommand{"open_url", isFree, OpenUrl{}},
     RemoteCommand{"empty_trash", isFree, PerformScript{emptyTrash}},
     RemoteCommand{"key_escape", needsAccess, PressKey{53}},
     RemoteCommand{"key_right", needsAccess, PressKey{124}},

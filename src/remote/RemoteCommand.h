@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
 #include <optional>
@@ -31,11 +32,11 @@ struct PerformScript {
 };
 
 /// The message's "url" to open, by a script.
-struct OpenLocation {
-    friend bool operator==(const OpenLocation&, const OpenLocation&) = default;
+struct OpenUrl {
+    friend bool operator==(const OpenUrl&, const OpenUrl&) = default;
 };
 
-using RemoteAction = std::variant<PressKey, PressSystemKey, PerformScript, OpenLocation>;
+using RemoteAction = std::variant<PressKey, PressSystemKey, PerformScript, OpenUrl>;
 
 /// A row of the table of commands.
 struct RemoteCommand {

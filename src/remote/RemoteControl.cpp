@@ -81,7 +81,7 @@ void WebSocketServer::performCommand(std::string_view command, const JsonObject&
         void operator()(const PressKey& press) const { server.sendCGKey(press.keyCode, modifiers); }
         void operator()(const PressSystemKey& press) const { server.sendSystemMediaKey(press.key); }
         void operator()(const PerformScript& script) const { server.runScript(script.source.toString()); }
-        void operator()(const OpenLocation& /*open*/) const {
+        void operator()(const OpenUrl& /*open*/) const {
             if (const auto url = json.string("url")) {
                 server.runScript(openLocationScript(*url));
             }

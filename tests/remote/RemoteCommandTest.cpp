@@ -77,7 +77,7 @@ TEST(RemoteCommand, MuteAndUnmuteAreTheSameKey) {
 }
 
 TEST(RemoteCommand, AddressAndTrashAreFree) {
-    expectRow("open_url", free, OpenLocation{});
+    expectRow("open_url", free, OpenUrl{});
     expectRow("empty_trash", free, PerformScript{u"tell application \"Finder\" to empty trash"});
 }
 
