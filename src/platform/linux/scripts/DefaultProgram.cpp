@@ -73,7 +73,7 @@ QStringList candidates(const QByteArray& type, const ProgramFolders& folders) {
 
 /// The file of the entry `name` below `folder`. A "-" in the name may stand for a folder.
 QString entryFile(const QString& folder, const QString& name) {
-    const auto path = folder + u'/' + name;
+    auto path = folder + u'/' + name;
     if (QFileInfo(path).isFile()) {
         return path;
     }
@@ -142,7 +142,7 @@ QString locationScheme(const QString& location) {
         return isLetter(character) || (character >= u'0' && character <= u'9') ||
                QStringView(u"+-.").contains(character);
     };
-    const auto end = std::ranges::find_if_not(location, mayFollow);
+    const auto* end = std::ranges::find_if_not(location, mayFollow);
     if (end == location.end() || *end != u':' || end == location.begin() || !isLetter(location.front())) {
         return {};
     }

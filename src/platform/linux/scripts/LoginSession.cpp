@@ -90,18 +90,17 @@ void call(const Service& service, const QVariantList& arguments, ScriptDone answ
 }
 
 /// Asks the services from the one with the number `next` on; the first failure is the one that is told.
-void lockBy(std::size_t next, std::optional<QString> firstFailure, ScriptDone done) {
+void lockBy(std::size_t next, const std::optional<QString>& firstFailure, ScriptDone done) {
     if (next == lockServices.size()) {
-        done(std::move(firstFailure));
+        done(firstFailure);
         return;
     }
     call(lockServices.at(next), {},
-         [next, firstFailure = std::move(firstFailure),
-          done = std::move(done)](const std::optional<QString>& error) mutable {
+         [next, firstFailure, done = std::move(done)](const std::optional<QString>& error) mutable {
              if (!error) {
                  done(std::nullopt);
              } else {
-                 lockBy(next + 1, firstFailure ? std::move(firstFailure) : error, std::move(done));
+                 lockBy(next + 1, firstFailure ? firstFailure : error, std::move(done));
              }
          });
 }

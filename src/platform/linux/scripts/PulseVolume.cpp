@@ -72,10 +72,11 @@ private:
         if (!answered(pulse_.contextGetSinkInfoByName(context_, defaultOutput, found, this))) {
             return false;
         }
-        if (!output_) {
+        if (output_ == PA_INVALID_INDEX) {
             error_ = QStringLiteral("There is no sound output.");
+            return false;
         }
-        return output_.has_value();
+        return true;
     }
 
     bool setVolume() {
@@ -84,7 +85,7 @@ private:
             session.isAnswered_ = true;
             session.isSuccess_ = success != 0;
         };
-        if (!answered(pulse_.contextSetSinkVolumeByIndex(context_, *output_, &volume_, isSet, this))) {
+        if (!answered(pulse_.contextSetSinkVolumeByIndex(context_, output_, &volume_, isSet, this))) {
             return false;
         }
         return isSuccess_ || fail();
@@ -133,7 +134,7 @@ private:
     std::chrono::steady_clock::time_point deadline_;
     pa_mainloop* loop_;
     pa_context* context_;
-    std::optional<std::uint32_t> output_;
+    std::uint32_t output_ = PA_INVALID_INDEX;
     pa_cvolume volume_{};
     bool isAnswered_ = false;
     bool isSuccess_ = false;

@@ -6,7 +6,7 @@ using namespace brenvale;
 
 namespace {
 
-const QString address = QStringLiteral("https://example.org/a b?c=%20%25&d='$(id)'\\;#e");
+const QString address = QStringLiteral("https://example.org/a  b?c=%20%25&d='$(id)'\\;#e");
 
 std::optional<ProgramEntry> entry(const QByteArray& lines) {
     return readProgramEntry("[Desktop Entry]\nType=Application\n" + lines, QStringLiteral("/apps/x.desktop"));

@@ -196,13 +196,14 @@ TEST_F(TrashTest, AMountsOwnTrashIsEmptied) {
 TEST_F(TrashTest, AMountsSharedTrashIsEmptiedWhereItIsSticky) {
     const auto own = root / ".Trash" / std::to_string(getuid());
     fill(own);
-    write(root / ".Trash/4711/files/kept");
+    const auto others = root / ".Trash" / std::to_string(getuid() + 1);
+    write(others / "files/kept");
     EXPECT_EQ(emptyMountTrash(root.c_str(), getuid()).error(), std::nullopt);
     EXPECT_TRUE(fs::exists(own / "files/note.txt"));
     fs::permissions(root / ".Trash", fs::perms::all | fs::perms::sticky_bit);
     EXPECT_EQ(emptyMountTrash(root.c_str(), getuid()).error(), std::nullopt);
     EXPECT_TRUE(isEmptied(own));
-    EXPECT_TRUE(fs::exists(root / ".Trash/4711/files/kept"));
+    EXPECT_TRUE(fs::exists(others / "files/kept"));
 }
 
 TEST_F(TrashTest, AMountsTrashThatIsALinkIsNotFollowed) {
@@ -221,10 +222,11 @@ TEST_F(TrashTest, AMountsTrashThatIsALinkIsNotFollowed) {
 }
 
 TEST_F(TrashTest, AMountsTrashOfAnotherUserIsNotOurs) {
-    constexpr uid_t other = 4711;
-    fill(root / ".Trash-4711"); // by its name theirs, by its owner ours
+    const uid_t other = getuid() + 1;
+    const auto theirs = root / (".Trash-" + std::to_string(other)); // by its name, and by its owner ours
+    fill(theirs);
     EXPECT_EQ(emptyMountTrash(root.c_str(), other).error(), std::nullopt);
-    EXPECT_TRUE(fs::exists(root / ".Trash-4711/files/note.txt"));
+    EXPECT_TRUE(fs::exists(theirs / "files/note.txt"));
 }
 
 TEST(TrashResult, TellsTheFirstFailureAndHowManyMore) {
