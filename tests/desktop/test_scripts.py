@@ -125,6 +125,49 @@ class VolumeTest(ScriptTest):
             self.assertRegex(process.communicate(timeout=20)[0], b'^0 error: .+')
 
 
+    def test_the_phone_changes_it_and_no_connection_stays(self):
+        self.start_pulseaudio('module-null-sink sink_name=test')
+        self.pactl('set-sink-volume', 'test', '50%')
+        program = self.start()
+        program.wait_at_rest()
+        threads, descriptors = len(program.threads()), program.descriptors()
+        phone = self.connect(program)
+        for command in ('vol_up', 'vol_up', 'vol_down', 'vol_up'):
+            phone.send_json(action='remote_control', command=command)
+        wait_until(lambda: self.volumes() == [60, 60], 'the volume')
+        phone.socket.close()
+        program.wait_for_line(r'\[WebSocketServer\] .*(failed|cancelled).*')
+        wait_until(lambda: 'Brenvale' not in self.pactl('list', 'clients'), 'the end of the connection')
+        wait_until(lambda: (len(program.threads()), program.descriptors()) == (threads, descriptors), 'nothing left open')
+        self.assertEqual(program.matching('.*AppleScript Error.*'), [])
+
+    def test_what_fails_is_a_line_of_the_log_and_the_link_goes_on(self):
+        program = self.start()
+        phone = self.connect(program)
+        phone.send_json(action='remote_control', command='vol_up')
+        phone.send_json(action='remote_control', command='open_url', url='https://example.org/" & "x')
+        lines = program.wait_for_line(r'\[WebSocketServer\] AppleScript Error: .+', 2)
+        self.assertEqual({line.split(': ', 1)[1] for line in lines},
+                         {'The sound server: Connection refused', 'The location ends early, at a quote in it.'})
+        phone.ping()
+
+    def test_a_server_that_never_answers_holds_up_neither_link_nor_main(self):
+        path = self.desk.root / 'silent'
+        with socket.socket(socket.AF_UNIX) as server:
+            server.bind(str(path))
+            server.listen()
+            program = self.start(env=self.desk.env | {'PULSE_SERVER': f'unix:{path}'})
+            phone = self.connect(program)
+            phone.send_json(action='remote_control', command='vol_up')
+            connection, _ = server.accept()
+            phone.ping()
+            phone.send_json(app='Mail', title='Ann', body='meanwhile')  # its end is a line that main writes
+            program.wait_for_line(r'\[Notifications\] Post error: .+')
+            self.assertEqual(program.matching('.*AppleScript Error.*'), [])
+            program.wait_for_line(r'\[WebSocketServer\] AppleScript Error: The sound server does not answer\.')
+            connection.close()
+
+
 BROWSER = '''#!/usr/bin/python3 -IS
 import json, os, sys
 links = {}
