@@ -14,28 +14,42 @@ constexpr std::chrono::milliseconds patience{500};
 } // namespace
 
 void ClipboardLoan::lend(const QString& text, std::move_only_function<void()> lent) {
-    if (isLent_) {
+    switch (state_) {
+    case State::none:
+        state_ = State::keeping;
+        waiting_.push_back({.text = text, .lent = std::move(lent)});
+        keep(0);
+        break;
+    case State::keeping:
+        waiting_.push_back({.text = text, .lent = std::move(lent)});
+        break;
+    case State::lent:
         take(text);
         access_.settle(std::move(lent));
-        return;
+        break;
     }
-    keep(0, [this, text, lent = std::move(lent)]() mutable {
-        isLent_ = true;
-        take(text);
-        access_.settle(std::move(lent));
-    });
 }
 
-void ClipboardLoan::keep(std::size_t number, std::move_only_function<void()> kept) {
-    if (number == sides_.size()) {
-        kept();
+/// One selection after the other; then what waited for it is lent.
+void ClipboardLoan::keep(std::size_t number) {
+    if (number < sides_.size()) {
+        readContents(access_, sides_.at(number).selection, patience,
+                     [this, number](ClipboardContents contents) {
+                         if (auto& side = sides_.at(number); !side.isHeldBack) {
+                             side.kept = std::move(contents);
+                         }
+                         keep(number + 1);
+                     });
         return;
     }
-    readContents(access_, sides_.at(number).selection, patience,
-                 [this, number, kept = std::move(kept)](ClipboardContents contents) mutable {
-                     sides_.at(number).kept = std::move(contents);
-                     keep(number + 1, std::move(kept));
-                 });
+    state_ = State::lent;
+    for (auto& loan : std::exchange(waiting_, {})) {
+        take(loan.text);
+        access_.settle(std::move(loan.lent));
+    }
+    if (std::exchange(endsAtOnce_, false)) {
+        giveBack();
+    }
 }
 
 void ClipboardLoan::take(const QString& text) {
@@ -47,23 +61,34 @@ void ClipboardLoan::take(const QString& text) {
 }
 
 void ClipboardLoan::giveBack() {
-    isLent_ = false;
+    if (state_ == State::keeping) {
+        endsAtOnce_ = true;
+        return;
+    }
+    state_ = State::none;
     for (auto& side : sides_) {
         const auto kept = std::exchange(side.kept, std::nullopt);
         const auto* owned = access_.owned(side.selection);
-        if (kept && owned != nullptr && *owned == side.shown) {
+        const bool isOurs = owned != nullptr && *owned == side.shown;
+        if (kept && (isOurs || side.isHeldBack)) {
             access_.own(side.selection, *kept);
         }
+        side.isHeldBack = false;
         side.shown = {};
     }
 }
 
-void ClipboardLoan::forget(Selection selection) {
+bool ClipboardLoan::holdBack(Selection selection, const ClipboardContents& contents) {
+    if (state_ == State::none) {
+        return false;
+    }
     for (auto& side : sides_) {
         if (side.selection == selection) {
-            side.kept.reset();
+            side.kept = contents;
+            side.isHeldBack = true;
         }
     }
+    return true;
 }
 
 } // namespace brenvale

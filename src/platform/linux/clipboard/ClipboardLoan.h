@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 namespace brenvale {
 
@@ -21,8 +22,8 @@ public:
     /// Gives back what was there, where nobody has taken the selection meanwhile.
     void giveBack();
 
-    /// Something else is to be on the selection from now on: what was there is forgotten.
-    void forget(Selection selection);
+    /// While a loan stands: `contents` are to be on the selection when it has ended. False where none stands.
+    bool holdBack(Selection selection, const ClipboardContents& contents);
 
 private:
     /// What happens with one selection.
@@ -30,15 +31,25 @@ private:
         Selection selection;
         std::optional<ClipboardContents> kept;
         ClipboardContents shown;
+        bool isHeldBack = false; ///< `kept` is newer than the loan
     };
 
-    void keep(std::size_t number, std::move_only_function<void()> kept);
+    struct Waiting {
+        QString text;
+        std::move_only_function<void()> lent;
+    };
+
+    enum class State : quint8 { none, keeping, lent };
+
+    void keep(std::size_t number);
     void take(const QString& text);
 
     SelectionAccess& access_;
     std::array<Side, 2> sides_{Side{.selection = Selection::clipboard},
                                Side{.selection = Selection::primary}};
-    bool isLent_ = false;
+    State state_ = State::none;
+    std::vector<Waiting> waiting_; ///< while what the user has is being kept
+    bool endsAtOnce_ = false;      ///< given back before it stood
 };
 
 } // namespace brenvale

@@ -99,8 +99,9 @@ void ClipboardService::own(Selection selection, ClipboardContents contents,
                 main_.async(std::move(refused));
                 return;
             }
-            worker->loan().forget(selection);
-            worker->access().own(selection, std::move(contents));
+            if (!worker->loan().holdBack(selection, contents)) {
+                worker->access().own(selection, std::move(contents));
+            }
         });
     });
 }
