@@ -68,6 +68,40 @@ TEST(SingleCommands, RemoteTakesNegativeNumbers) {
     EXPECT_TRUE(isError(QStringLiteral("remote move --dx far")));
 }
 
+TEST(SingleCommands, RemoteTypesTextAsItStands) {
+    EXPECT_EQ(messageOf(QStringLiteral("remote type --not an \"option  here\" -5")),
+              object(R"({"action":"remote_control","command":"type","type":"keyboard_text",
+                         "text":"--not an option  here -5"})"));
+    EXPECT_TRUE(isError(QStringLiteral("remote type")));
+}
+
+TEST(SingleCommands, RemoteMovesAndClicks) {
+    EXPECT_EQ(messageOf(QStringLiteral("remote move -4.5 2")),
+              object(R"({"action":"remote_control","command":"move","type":"mouse_move","dx":-4.5,"dy":2})"));
+    EXPECT_EQ(
+        messageOf(QStringLiteral("remote click")),
+        object(R"({"action":"remote_control","command":"click","type":"mouse_click","button":"left"})"));
+    EXPECT_EQ(
+        messageOf(QStringLiteral("remote click right")),
+        object(R"({"action":"remote_control","command":"click","type":"mouse_click","button":"right"})"));
+    EXPECT_TRUE(isError(QStringLiteral("remote move 5")));
+    EXPECT_TRUE(isError(QStringLiteral("remote move 5 far")));
+    EXPECT_TRUE(isError(QStringLiteral("remote move 1 2 3")));
+    EXPECT_TRUE(isError(QStringLiteral("remote click middle")));
+}
+
+TEST(SingleCommands, RemotePressesMediaKeysAndOpensAddresses) {
+    EXPECT_EQ(messageOf(QStringLiteral("remote media next")),
+              object(R"({"action":"remote_control","command":"next","type":"media"})"));
+    EXPECT_EQ(messageOf(QStringLiteral("remote open https://example.org/?a=1")),
+              object(R"({"action":"remote_control","command":"open_url","url":"https://example.org/?a=1"})"));
+    EXPECT_EQ(messageOf(QStringLiteral("remote cmd+shift_key_left")),
+              object(R"({"action":"remote_control","command":"cmd+shift_key_left"})"));
+    EXPECT_TRUE(isError(QStringLiteral("remote media")));
+    EXPECT_TRUE(isError(QStringLiteral("remote open")));
+    EXPECT_TRUE(isError(QStringLiteral("remote")));
+}
+
 TEST(SingleCommands, BatteryTakesAWholeNumber) {
     EXPECT_EQ(messageOf(QStringLiteral("battery 80 --charging")),
               object(R"({"action":"battery_status","level":80,"isCharging":true})"));

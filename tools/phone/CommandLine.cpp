@@ -141,8 +141,8 @@ QString programHelp() {
                "  receive DIR [--reconnect]\n"
                "              stores the files that the desktop sends, and prints everything\n"
                "  shell [--reconnect]\n"
-               "              takes the commands below, one a line, also from a pipe; and: wait SECONDS, "
-               "help, quit\n"
+               "              takes the commands below, one a line, also from a pipe; and: pad (keys drive\n"
+               "              the desktop), wait SECONDS, help, quit\n"
                "--reconnect tries again every 2 seconds when there is no link.\n"
                "\n"
                "Commands that send once and end:\n") +

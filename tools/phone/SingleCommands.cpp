@@ -221,7 +221,73 @@ Result battery(const QStringList& words) {
     return sendingOf(batteryMessage(level, arguments->isSet("charging")));
 }
 
+Result typeText(const QStringList& words) {
+    if (words.isEmpty()) {
+        return std::unexpected(QStringLiteral("an argument is missing"));
+    }
+    return sendingOf(remoteControlMessage({.command = QStringLiteral("type"),
+                                           .type = QStringLiteral("keyboard_text"),
+                                           .text = words.join(QLatin1Char(' '))}));
+}
+
+Result movePointer(const QStringList& words) {
+    bool isX = false;
+    bool isY = false;
+    const double dx = words.value(0).toDouble(&isX);
+    const double dy = words.value(1).toDouble(&isY);
+    if (words.size() != 2 || !isX || !isY) {
+        return std::unexpected(QStringLiteral("a move takes two numbers"));
+    }
+    return sendingOf(remoteControlMessage(
+        {.command = QStringLiteral("move"), .type = QStringLiteral("mouse_move"), .dx = dx, .dy = dy}));
+}
+
+Result clickButton(const QStringList& words) {
+    const auto button = words.value(0, QStringLiteral("left"));
+    if (words.size() > 1 || (button != QLatin1String("left") && button != QLatin1String("right"))) {
+        return std::unexpected(QStringLiteral("a click is left or right"));
+    }
+    return sendingOf(remoteControlMessage(
+        {.command = QStringLiteral("click"), .type = QStringLiteral("mouse_click"), .button = button}));
+}
+
+Result pressMediaKey(const QStringList& words) {
+    if (words.size() != 1) {
+        return std::unexpected(QStringLiteral("media takes one word"));
+    }
+    return sendingOf(remoteControlMessage({.command = words.constFirst(), .type = QStringLiteral("media")}));
+}
+
+Result openAddress(const QStringList& words) {
+    if (words.size() != 1) {
+        return std::unexpected(QStringLiteral("open takes one address"));
+    }
+    return sendingOf(
+        remoteControlMessage({.command = QStringLiteral("open_url"), .url = words.constFirst()}));
+}
+
+/// A short form of a remote command; its arguments are no options, so that a move may be negative.
+struct ShortForm {
+    const char* word;
+    Result (*read)(const QStringList& arguments);
+};
+constexpr std::array shortForms{
+    ShortForm{.word = "type", .read = typeText},     ShortForm{.word = "move", .read = movePointer},
+    ShortForm{.word = "click", .read = clickButton}, ShortForm{.word = "media", .read = pressMediaKey},
+    ShortForm{.word = "open", .read = openAddress},
+};
+
+bool isOption(const QString& word) {
+    return word.startsWith(QLatin1String("--"));
+}
+
 Result remote(const QStringList& words) {
+    const auto* const form = std::ranges::find_if(shortForms, [&words](const ShortForm& candidate) {
+        return words.value(1) == QLatin1String(candidate.word);
+    });
+    if (form != shortForms.end() && (form->read == typeText || std::ranges::none_of(words, isOption))) {
+        return form->read(words.sliced(2));
+    }
     const auto arguments =
         Arguments::read(words,
                         {.values = {QStringLiteral("type"), QStringLiteral("text"), QStringLiteral("dx"),
@@ -280,7 +346,11 @@ constexpr std::array singleCommands{
     SingleCommand{.word = "clipboard", .arguments = "TEXT", .read = clipboard},
     SingleCommand{.word = "battery", .arguments = "PERCENT [--charging]", .read = battery},
     SingleCommand{.word = "remote",
-                  .arguments = "COMMAND [--type T] [--text T] [--dx X] [--dy Y] [--button B] [--url U]",
+                  .arguments =
+                      "COMMAND [--type T] [--text T] [--dx X] [--dy Y] [--button B] [--url U]\n"
+                      "              such as key_left, cmd+shift_key_left, slide_next, vol_up, mute_mac,\n"
+                      "              lock_mac; or: type TEXT | move DX DY | click [left|right] |\n"
+                      "              media play_pause|next|prev|vol_up|vol_down | open URL",
                   .read = remote},
     SingleCommand{.word = "raw", .arguments = "TEXT            sends the text as it is", .read = raw},
 };
