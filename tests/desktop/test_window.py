@@ -92,6 +92,28 @@ class NotificationsTest(WindowTest):
         window.wait_for_text('No notifications yet')
 
 
+class PastingTest(WindowTest):
+    """The text fields have the toolkit's clipboard, the phone's text is on that of another connection of ours."""
+
+    def copied(self):
+        return desk.run('xclip', '-selection', 'clipboard', '-out', check=False)
+
+    def test_the_phones_text_is_pasted_into_our_own_window_and_text_of_ours_copied(self):
+        self.phone.send_json(app='Chat', title='Ann Lee', body='Are you coming?', key='k1')
+        window = self.open('notifications')
+        window.press('push button', 'Reply')
+        window.click(window.find('text'))
+        for word in ('one', 'two'):
+            self.phone.send_json(action='clipboard', text=f'phone {word}')
+            wait_until(lambda: self.copied() == f'phone {word}', 'the text on the clipboard')
+            window.key('ctrl+v')
+            wait_until(lambda: window.contents(window.find('text')) == f'phone {word}', 'the pasted text')
+            window.key('ctrl+a')
+            window.type(f'own {word}')
+            window.key('ctrl+a', 'ctrl+x')
+            wait_until(lambda: self.copied() == f'own {word}', 'our own text on the clipboard')
+
+
 class FileDropTest(WindowTest):
     def open_picker(self):
         self.window = self.open('file-drop')
