@@ -2,6 +2,7 @@
 
 #include "platform/linux/input/RemoteDesktopPortal.h"
 #include "platform/linux/input/WaylandEventPoster.h"
+#include "platform/linux/input/X11EventPoster.h"
 
 #include <unistd.h>
 
@@ -27,7 +28,7 @@ InputWays inputWays(const Display& display) {
     if (display.takesEvents && isWayland) {
         input.ways.push_back(std::make_unique<WaylandEventPoster>());
     } else if (display.takesEvents) {
-        input.ways.push_back(std::make_unique<FutureWay>());
+        input.ways.push_back(std::make_unique<X11EventPoster>());
     } else if (isWayland) {
         auto portal = std::make_unique<RemoteDesktopPortal>();
         input.consent = portal.get();

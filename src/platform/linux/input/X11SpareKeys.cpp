@@ -1,0 +1,207 @@
+#include "platform/linux/input/X11SpareKeys.h"
+
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/input/XcbReply.h"
+#include "platform/linux/input/XcbXkb.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <vector>
+
+namespace brenvale {
+
+namespace {
+
+constexpr auto propertyName = "_BRENVALE_SPARE_KEYS";
+constexpr quint8 wordSize = 32;
+
+// The words of the property: a window of whoever wrote it, the group before and the one that was locked
+// instead, then pairs of a keycode and its keysym.
+constexpr std::size_t headLength = 3;
+
+} // namespace
+
+X11SpareKeys::X11SpareKeys(X11Display& display, X11Layout& layout)
+    : display_(display),
+      layout_(layout),
+      owner_(xcb_generate_id(display.connection())),
+      atom_(x11Atom(display.connection(), propertyName)) {
+    xcb_create_window(display_.connection(), XCB_COPY_FROM_PARENT, owner_, display_.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    // The number may later be that of another program's window, which then has no such property.
+    xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, owner_, atom_, XCB_ATOM_WINDOW,
+                        wordSize, 1, &owner_);
+}
+
+std::size_t X11SpareKeys::capacity() {
+    forgetLost();
+    return lent_.size() + freeKeycodes().size();
+}
+
+bool X11SpareKeys::isStillOurs(quint32 keysym, quint8 keycode) {
+    auto* keymap = layout_.current();
+    return keymap != nullptr && keymap->onlyKeysymOf(keycode) == keysym;
+}
+
+/// Whoever loads another layout takes back what we lent.
+void X11SpareKeys::forgetLost() {
+    std::erase_if(lent_, [this](const auto& entry) { return !isStillOurs(entry.first, entry.second); });
+}
+
+std::vector<quint8> X11SpareKeys::freeKeycodes() {
+    auto* keymap = layout_.current();
+    if (keymap == nullptr) {
+        return {};
+    }
+    const auto spare = keymap->spareKeycodes();
+    return {spare.begin(), spare.end()};
+}
+
+bool X11SpareKeys::wouldTakeUsed(std::span<const quint32> keysyms) {
+    forgetLost();
+    const auto missing = std::ranges::count_if(keysyms, [this](quint32 keysym) { return !isLent(keysym); });
+    return static_cast<std::size_t>(missing) > freeKeycodes().size() && !used_.empty();
+}
+
+void X11SpareKeys::takeUnneeded(std::span<const quint32> keysyms, std::size_t missing) {
+    for (auto entry = lent_.begin(); entry != lent_.end() && missing > 0;) {
+        if (std::ranges::find(keysyms, entry->first) != keysyms.end()) {
+            ++entry;
+            continue;
+        }
+        entry = lent_.erase(entry);
+        --missing;
+    }
+}
+
+void X11SpareKeys::lend(std::span<const quint32> keysyms) {
+    forgetLost();
+    auto free = freeKeycodes();
+    std::vector<quint32> missing;
+    std::ranges::copy_if(keysyms, std::back_inserter(missing),
+                         [this](quint32 keysym) { return !isLent(keysym); });
+    if (missing.size() > free.size()) {
+        std::vector<quint8> before;
+        std::ranges::transform(lent_, std::back_inserter(before),
+                               [](const auto& entry) { return entry.second; });
+        takeUnneeded(keysyms, missing.size() - free.size());
+        for (const auto keycode : before) {
+            if (std::ranges::none_of(lent_,
+                                     [keycode](const auto& entry) { return entry.second == keycode; })) {
+                free.push_back(keycode);
+            }
+        }
+    }
+    std::map<quint32, quint8> added;
+    for (std::size_t index = 0; index < missing.size() && index < free.size(); ++index) {
+        added.emplace(missing[index], free[index]);
+    }
+    lent_.insert(added.begin(), added.end());
+    writeProperty(); // before the change: what is noted too much does no harm
+    for (const auto& [keysym, keycode] : added) {
+        setMeaning(keycode, keysym);
+    }
+    display_.flush();
+}
+
+void X11SpareKeys::noteUse(quint8 keycode) {
+    if (std::ranges::any_of(lent_, [keycode](const auto& entry) { return entry.second == keycode; })) {
+        used_.insert(keycode);
+    }
+}
+
+void X11SpareKeys::takeAllBack() {
+    forgetLost();
+    for (const auto& [keysym, keycode] : lent_) {
+        setMeaning(keycode, 0);
+    }
+    lent_.clear();
+    used_.clear();
+    writeProperty();
+    display_.flush();
+}
+
+void X11SpareKeys::noteGroup(int before, int ours) {
+    groupBefore_ = before;
+    groupOfOurs_ = ours;
+    writeProperty();
+}
+
+/// Two equal levels of the type that heeds Shift and Caps Lock: so the key means the same under both. A
+/// keysym of 0 takes the meaning away. Each key is set alone: a range would take the keys in between along,
+/// from one of several keyboards to all of them.
+void X11SpareKeys::setMeaning(quint8 keycode, quint32 keysym) const {
+    constexpr quint8 alphabetic = 2; // every server has the first four types
+    struct KeyMeaning {
+        xcb_xkb_key_sym_map_t head{};
+        std::array<xcb_keysym_t, 2> keysyms{};
+    };
+    KeyMeaning meaning;
+    meaning.keysyms.fill(keysym);
+    if (keysym != 0) {
+        meaning.head.kt_index[0] = alphabetic;
+        meaning.head.groupInfo = 1;
+        meaning.head.width = 2;
+        meaning.head.nSyms = 2;
+    }
+    const auto* setup = xcb_get_setup(display_.connection());
+    xcb_xkb_set_map(display_.connection(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_SYMS, 0,
+                    setup->min_keycode, setup->max_keycode, 0, 0, keycode, 1, meaning.head.nSyms, 0, 0, 0, 0,
+                    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, &meaning);
+}
+
+void X11SpareKeys::writeProperty() const {
+    if (lent_.empty() && groupBefore_ == groupOfOurs_) {
+        xcb_delete_property(display_.connection(), display_.root(), atom_);
+        return;
+    }
+    std::vector<quint32> words{owner_, static_cast<quint32>(groupBefore_),
+                               static_cast<quint32>(groupOfOurs_)};
+    for (const auto& [keysym, keycode] : lent_) {
+        words.push_back(keycode);
+        words.push_back(keysym);
+    }
+    xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, display_.root(), atom_,
+                        XCB_ATOM_CARDINAL, wordSize, static_cast<quint32>(words.size()), words.data());
+}
+
+std::vector<quint32> X11SpareKeys::readProperty() const {
+    constexpr quint32 longest = headLength + std::size_t{2} * 256;
+    const auto cookie =
+        xcb_get_property(display_.connection(), 0, display_.root(), atom_, XCB_ATOM_CARDINAL, 0, longest);
+    const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);
+    if (!reply || reply->format != wordSize) {
+        return {};
+    }
+    std::vector<quint32> words(reply->value_len);
+    std::memcpy(words.data(), xcb_get_property_value(reply.get()), words.size() * sizeof(quint32));
+    return words;
+}
+
+bool X11SpareKeys::isAlive(xcb_window_t owner) const {
+    const auto cookie = xcb_get_property(display_.connection(), 0, owner, atom_, XCB_ATOM_WINDOW, 0, 1);
+    const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);
+    return reply && reply->value_len == 1;
+}
+
+void X11SpareKeys::mend() {
+    const auto words = readProperty();
+    if (words.size() < headLength || isAlive(words[0])) {
+        return;
+    }
+    for (std::size_t index = headLength; index + 1 < words.size(); index += 2) {
+        const auto keycode = words[index];
+        if (keycode <= 0xff && isStillOurs(words[index + 1], static_cast<quint8>(keycode))) {
+            setMeaning(static_cast<quint8>(keycode), 0);
+        }
+    }
+    const auto state = display_.keyboardState();
+    if (words[1] != words[2] && state && static_cast<quint32>(state->lockedGroup) == words[2]) {
+        display_.lockGroup(static_cast<int>(words[1]));
+    }
+    writeProperty();
+    display_.flush();
+}
+
+} // namespace brenvale

@@ -1,0 +1,212 @@
+#include "platform/linux/input/X11Typing.h"
+
+#include "platform/linux/input/KeyTable.h"
+
+#include <algorithm>
+#include <ranges>
+#include <vector>
+
+namespace brenvale {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// The state of the keyboard is looked at again after so many characters: the user may press Shift at any
+// time.
+constexpr std::size_t pieceLength = 16;
+// How far a program may lag behind before it gets time to catch up.
+constexpr std::size_t mostUnread = 256;
+// A program that has read nothing for so long hangs; the text goes on without heed of it.
+constexpr milliseconds patience{5000};
+// Programs notice a changed layout before the first key of it comes.
+constexpr milliseconds settling{20};
+// Keys that are lent stay so for a while after the last one was pressed.
+constexpr milliseconds idling{600};
+// How far ahead characters that need lent keys are looked for.
+constexpr std::size_t farthest = 4096;
+
+// How long the user gets to let go of modifiers.
+constexpr milliseconds longForShortcuts{2000};
+constexpr milliseconds longForShift{300};
+
+constexpr quint32 shift = 1;
+constexpr quint32 shortcutModifiers = 4 | 8 | 0x40; // Control, Alt, Super
+
+} // namespace
+
+void X11Typing::type(std::u32string_view characters) {
+    if (characters.empty()) {
+        return;
+    }
+    waitForHeldModifiers();
+    receiver_.find();
+    while (!characters.empty() && goesOn()) {
+        keepPace();
+        const auto count = typePiece(characters);
+        if (count == 0) {
+            break;
+        }
+        characters.remove_prefix(count);
+    }
+    restoreGroup();
+    noteUse();
+    display_.flush();
+}
+
+/// Under the user's Control or Alt a text would be a string of shortcuts. Shift is only in the way.
+void X11Typing::waitForHeldModifiers() {
+    constexpr milliseconds step{5};
+    const auto start = steady_clock::now();
+    const auto isInTheWay = [this, start] {
+        const auto state = display_.keyboardState();
+        const auto held = state ? state->heldModifiers : 0;
+        const auto waited = steady_clock::now() - start;
+        return (held & shortcutModifiers) != 0 ? waited < longForShortcuts
+                                               : (held & shift) != 0 && waited < longForShift;
+    };
+    while (isInTheWay() && goesOn()) {
+        wait_([] { return false; }, step);
+    }
+}
+
+bool X11Typing::goesOn() {
+    return wait_([] { return true; }, milliseconds{0});
+}
+
+/// Waits where the receiver lags behind.
+void X11Typing::keepPace() {
+    if (unread_ >= mostUnread) {
+        receiver_.waitUntilRead(patience);
+        spareKeys_.noteTaken();
+        unread_ = 0;
+    }
+}
+
+std::size_t X11Typing::typePiece(std::u32string_view characters) {
+    auto* keymap = layout_.current();
+    auto state = display_.keyboardState();
+    if (keymap == nullptr || !state) {
+        return 0;
+    }
+    if (const auto sent = sendPiece(characters, *keymap, *state); sent > 0) {
+        display_.flush();
+        unread_ += sent;
+        return sent;
+    }
+    if (prepare(characters, *keymap, *state)) {
+        keymap = layout_.current();
+        state = display_.keyboardState();
+        const auto sent = keymap != nullptr && state ? sendPiece(characters, *keymap, *state) : 0;
+        display_.flush();
+        unread_ += sent;
+        if (sent > 0) {
+            return sent;
+        }
+    }
+    return 1; // no way to type this one
+}
+
+std::size_t X11Typing::sendPiece(std::u32string_view characters, X11Keymap& keymap, KeyboardState& state) {
+    // A latched modifier is for the next key alone.
+    const auto most = state.latchedModifiers != 0 || state.latchedGroup != 0 ? 1 : pieceLength;
+    std::size_t sent = 0;
+    for (const auto character : characters.substr(0, most)) {
+        const auto stroke = keymap.strokeFor(keysymOf(character), state);
+        if (!stroke) {
+            break;
+        }
+        send(*stroke);
+        ++sent;
+    }
+    return sent;
+}
+
+/// Makes the first of `characters` one that can be typed: by another group of the layout, or by a lent key.
+bool X11Typing::prepare(std::u32string_view characters, X11Keymap& keymap, KeyboardState& state) {
+    if (const auto group = keymap.groupFor(keysymOf(characters.front()), state)) {
+        switchGroup(*group, state);
+        return true;
+    }
+    return lendFor(characters, keymap, state);
+}
+
+void X11Typing::switchGroup(int group, KeyboardState& state) {
+    const int count = layout_.current() != nullptr ? layout_.current()->groupCount() : 1;
+    const int locked = ((group - state.heldGroup - state.latchedGroup) % count + count) % count;
+    if (!groupChange_) {
+        groupChange_ = {.before = state.lockedGroup, .ours = locked};
+    }
+    groupChange_->ours = locked;
+    spareKeys_.noteGroup(groupChange_->before, locked);
+    display_.lockGroup(locked);
+}
+
+/// Unless somebody has chosen another group in the meantime.
+void X11Typing::restoreGroup() {
+    if (!groupChange_) {
+        return;
+    }
+    const auto state = display_.keyboardState();
+    if (state && state->lockedGroup == groupChange_->ours) {
+        display_.lockGroup(groupChange_->before);
+    }
+    groupChange_.reset();
+    spareKeys_.noteGroup(0, 0);
+}
+
+bool X11Typing::lendFor(std::u32string_view characters, X11Keymap& keymap, const KeyboardState& state) {
+    const auto capacity = spareKeys_.capacity();
+    std::vector<quint32> keysyms;
+    for (const auto character : characters.substr(0, farthest)) {
+        const auto keysym = keysymOf(character);
+        if (keysyms.size() == capacity) {
+            break;
+        }
+        if (keysym != 0 && std::ranges::find(keysyms, keysym) == keysyms.end() &&
+            (spareKeys_.isLent(keysym) ||
+             (!keymap.strokeFor(keysym, state) && !keymap.groupFor(keysym, state)))) {
+            keysyms.push_back(keysym);
+        }
+    }
+    if (keysyms.empty()) {
+        return false;
+    }
+    if (spareKeys_.wouldTakeUsed(keysyms)) {
+        receiver_.waitUntilRead(patience);
+        spareKeys_.noteTaken();
+        unread_ = 0;
+    }
+    spareKeys_.lend(keysyms);
+    wait_([] { return false; }, settling);
+    return true;
+}
+
+void X11Typing::send(const Stroke& stroke) {
+    for (const auto modifier : stroke.modifierKeycodes) {
+        display_.sendKey(modifier, true);
+    }
+    display_.sendKey(stroke.keycode, true);
+    display_.sendKey(stroke.keycode, false);
+    for (const auto modifier : stroke.modifierKeycodes | std::views::reverse) {
+        display_.sendKey(modifier, false);
+    }
+    spareKeys_.noteUse(stroke.keycode);
+}
+
+std::optional<steady_clock::time_point> X11Typing::due() const {
+    return spareKeys_.hasLent() ? std::optional(lastUse_ + idling) : std::nullopt;
+}
+
+void X11Typing::noteUse() {
+    lastUse_ = steady_clock::now();
+}
+
+void X11Typing::takeBack(milliseconds limit) {
+    receiver_.waitUntilRead(limit);
+    unread_ = 0;
+    spareKeys_.takeAllBack();
+}
+
+} // namespace brenvale
