@@ -17,13 +17,10 @@ std::unique_ptr<ClipboardService> clipboardOf(DispatchQueue& main, Display::Kind
 } // namespace
 
 LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display)
-    : LinuxPlatform(main, clipboardOf(main, display.kind), inputWays(display)) {}
-
-LinuxPlatform::LinuxPlatform(DispatchQueue& main, std::unique_ptr<ClipboardService> clipboard,
-                             InputWays input)
-    : clipboard_(std::move(clipboard)),
-      eventPoster_(std::move(input.ways)),
-      accessibilityTrust_(eventPoster_, input.consent),
+    : clipboard_(clipboardOf(main, display.kind)),
+      input_(inputWays(display, main, clipboard_.get())),
+      eventPoster_(std::move(input_.ways)),
+      accessibilityTrust_(eventPoster_, input_.consent),
       pasteboard_(main, *clipboard_),
       scriptRunner_(main),
       userNotificationCenter_(main),

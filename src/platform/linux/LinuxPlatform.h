@@ -36,9 +36,8 @@ public:
     void saveBeforeEnd() { clipboard_->saveBeforeEnd(); }
 
 private:
-    LinuxPlatform(DispatchQueue& main, std::unique_ptr<ClipboardService> clipboard, InputWays input);
-
     std::unique_ptr<ClipboardService> clipboard_; ///< first, as others use it
+    InputWays input_;
     LinuxEventPoster eventPoster_;
     EventPostingTrust accessibilityTrust_;
     QtAlerts alerts_;

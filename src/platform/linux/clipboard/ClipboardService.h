@@ -2,6 +2,7 @@
 
 #include "platform/MainQueue.h"
 #include "platform/linux/clipboard/ClipboardContents.h"
+#include "platform/linux/input/TextLender.h"
 
 #include <QThread>
 
@@ -15,14 +16,14 @@ namespace brenvale {
 /// Wayland compositors, else the selections of X11. It works on a thread of its own, so that neither side
 /// ever waits: a window of ours that pastes waits on main for what this serves. On main; answers come on
 /// main.
-class ClipboardService {
+class ClipboardService final : public TextLender {
 public:
     using Text = std::move_only_function<void(std::optional<QString>)>;
 
     enum class Session : quint8 { none, x11, wayland };
 
     ClipboardService(DispatchQueue& main, Session session);
-    ~ClipboardService();
+    ~ClipboardService() override;
     ClipboardService(const ClipboardService&) = delete;
     ClipboardService& operator=(const ClipboardService&) = delete;
 
@@ -35,12 +36,12 @@ public:
 
     /// For typing what the keyboard cannot: puts `text` on both selections, keeping what the user has there,
     /// and calls `lent` when a program that pastes gets it; with false where the session has no way. While a
-    /// loan stands the next one replaces its text alone.
-    void lend(const QString& text, std::move_only_function<void(bool)> lent);
+    /// loan stands the next one replaces its text alone. Any thread.
+    void lend(const QString& text, std::move_only_function<void(bool)> lent) override;
 
     /// Ends the loan: what the user had is back, save where a program took the selection meanwhile. Programs
-    /// that were told to paste must have done so.
-    void giveBack();
+    /// that were told to paste must have done so. Any thread.
+    void giveBack() override;
 
     /// Has the desktop's clipboard manager keep what we own, waiting a few seconds for it at most.
     void saveBeforeEnd();

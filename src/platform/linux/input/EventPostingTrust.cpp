@@ -24,8 +24,8 @@ bool EventPostingTrust::isProcessTrusted(bool prompt) {
     const bool isTrusted = state() == State::trusted;
     if (prompt) {
         qCDebug(input) << "events can be posted:" << isTrusted;
-        if (!isTrusted && consent_ != nullptr && !consent_->wasRefused()) {
-            consent_->ask(); // also a dialog that has not come up yet in a session that is still starting
+        if (!isTrusted && consent_ != nullptr) {
+            consent_->ask(InputConsent::Occasion::start);
         }
     }
     return isTrusted;
@@ -33,7 +33,7 @@ bool EventPostingTrust::isProcessTrusted(bool prompt) {
 
 void EventPostingTrust::askUser() {
     if (consent_ != nullptr && state() == State::toBeAsked) {
-        consent_->ask();
+        consent_->ask(InputConsent::Occasion::usersWish);
     }
 }
 

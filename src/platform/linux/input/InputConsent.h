@@ -9,18 +9,20 @@ namespace brenvale {
 /// The user's consent to keys and pointer events, where the desktop has a dialog for it.
 class InputConsent {
 public:
+    /// Why the user is asked: a start does not ask again who has refused once.
+    enum class Occasion : signed char { start, usersWish };
+
     virtual ~InputConsent() = default;
 
     /// Whether there is somebody to ask. Any thread; never blocks.
     [[nodiscard]] virtual bool canAsk() const = 0;
 
-    /// Whether the user has refused, now or in an earlier run. On main.
-    [[nodiscard]] virtual bool wasRefused() const = 0;
+    /// Has the desktop ask, unless it is asking or the user has consented; as soon as it can where a session
+    /// is still starting. On main; never blocks.
+    virtual void ask(Occasion occasion) = 0;
 
-    /// Has the desktop ask, unless it is asking or the user has consented. On main; never blocks.
-    virtual void ask() = 0;
-
-    /// Calls `observer` when the user has answered and when the consent or the dialog comes or goes. On main.
+    /// Calls `observer` when the user has answered, and when the consent or the dialog comes or goes. On
+    /// main.
     [[nodiscard]] virtual Subscription observe(std::function<void()> observer) = 0;
 };
 

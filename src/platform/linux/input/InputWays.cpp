@@ -22,7 +22,7 @@ public:
 
 } // namespace
 
-InputWays inputWays(const Display& display) {
+InputWays inputWays(const Display& display, DispatchQueue& main, TextLender* lender) {
     InputWays input;
     const bool isWayland = display.kind == Display::Kind::wayland;
     if (display.takesEvents && isWayland) {
@@ -30,7 +30,7 @@ InputWays inputWays(const Display& display) {
     } else if (display.takesEvents) {
         input.ways.push_back(std::make_unique<X11EventPoster>());
     } else if (isWayland) {
-        auto portal = std::make_unique<RemoteDesktopPortal>();
+        auto portal = std::make_unique<RemoteDesktopPortal>(main, lender);
         input.consent = portal.get();
         input.ways.push_back(std::move(portal));
     }

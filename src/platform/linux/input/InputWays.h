@@ -5,7 +5,9 @@
 
 namespace brenvale {
 
+class DispatchQueue;
 class InputConsent;
+class TextLender;
 
 /// How this session takes events: on X11 by XTEST, on Wayland by the compositor's virtual keyboard and
 /// pointer, else by the desktop's portal; wherever the user may write it, by the kernel's input device.
@@ -14,7 +16,7 @@ struct InputWays {
     InputConsent* consent = nullptr; ///< one of the ways, where that needs the user's consent
 };
 
-/// On main, after the application object.
-[[nodiscard]] InputWays inputWays(const Display& display);
+/// On main, after the application object. `lender` is null where no text can be pasted; both live for longer.
+[[nodiscard]] InputWays inputWays(const Display& display, DispatchQueue& main, TextLender* lender);
 
 } // namespace brenvale

@@ -1,35 +1,47 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QObject>
 #include <QVariantMap>
 
+#include <expected>
 #include <functional>
 
 namespace brenvale {
 
 /// One call of a desktop portal whose answer comes later, as a signal (org.freedesktop.portal.Request,
-/// https://flatpak.github.io/xdg-desktop-portal). A portal that goes away has refused. Deletes itself after
-/// the answer. On main.
+/// https://flatpak.github.io/xdg-desktop-portal): a dialog stays for as long as the user lets it. Deletes
+/// itself after the answer, or with its parent. On the parent's thread.
 class PortalRequest final : public QObject {
     Q_OBJECT
 
 public:
-    /// Gets what the portal granted, or nothing where it refused, failed or is not there.
-    using Answered = std::function<void(const std::optional<QVariantMap>& results)>;
+    enum class Failure : signed char {
+        refused, ///< the user said no
+        failed,  ///< there was no answer to have: the portal is not there, went away or cannot
+    };
+    using Results = std::expected<QVariantMap, Failure>;
+    using Answered = std::function<void(const Results& results)>;
 
-    /// Calls `method` of `interface` with `arguments` and then `options`, to which the request's token is
-    /// added.
-    static void call(const QString& interface, const QString& method, const QVariantList& arguments,
-                     QVariantMap options, Answered answered);
+    struct Call {
+        QString interface;
+        QString method;
+        QVariantList arguments; ///< all but the last
+        QVariantMap options;    ///< the last, to which the request's token is added
+    };
+
+    static void make(const QDBusConnection& bus, Call call, QObject* parent, Answered answered);
 
 private slots:
     void response(uint code, const QVariantMap& results);
 
 private:
-    explicit PortalRequest(Answered answered) : answered_(std::move(answered)) {}
+    PortalRequest(QDBusConnection bus, QObject* parent, Answered answered)
+        : QObject(parent), bus_(std::move(bus)), answered_(std::move(answered)) {}
     void listen(const QString& path);
-    void finish(const std::optional<QVariantMap>& results);
+    void finish(const Results& results);
 
+    QDBusConnection bus_;
     Answered answered_;
     QString path_;
 };

@@ -1,178 +1,140 @@
 #include "platform/linux/input/RemoteDesktopPortal.h"
 
-#include "platform/linux/input/PortalRequest.h"
+#include "platform/DispatchQueue.h"
+#include "platform/linux/input/PortalPlayer.h"
+#include "platform/linux/input/PortalSession.h"
+#include "platform/linux/input/TrackedPointer.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusServiceWatcher>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QUuid>
+#include <QSocketNotifier>
+
+#include <atomic>
 
 namespace brenvale {
 
-namespace {
+/// What both sides see.
+struct RemoteDesktopPortal::Shared {
+    std::atomic<bool> isOpen = false;
+    std::atomic<bool> canAsk = false;
+    PostedEvents events;
+    TrackedPointer pointer;
+    Published<std::monostate> change; ///< on main
+};
 
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString interface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
-const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
+/// The thread's side.
+class RemoteDesktopPortal::Worker final : public QObject {
+public:
+    Worker(std::shared_ptr<Shared> shared, DispatchQueue& main, TextLender* lender)
+        : shared_(std::move(shared)), main_(main), lender_(lender) {}
 
-constexpr uint keyboardAndPointer = 3;
-constexpr uint untilRevoked = 2;
-
-QString statePath(QLatin1StringView name) {
-    auto folder = qEnvironmentVariable("XDG_STATE_HOME");
-    if (!QDir::isAbsolutePath(folder)) {
-        folder = QDir::homePath() + QStringLiteral("/.local/state");
+    void begin() {
+        const auto bus =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("brenvale-input"));
+        if (!bus.isConnected()) {
+            return;
+        }
+        session_ = std::make_unique<PortalSession>(bus);
+        player_ = std::make_unique<PortalPlayer>(bus, *session_, shared_->events, lender_);
+        session_->changed = [this] {
+            sessionChanged();
+        };
+        posted_ = std::make_unique<QSocketNotifier>(shared_->events.descriptor(), QSocketNotifier::Read);
+        connect(posted_.get(), &QSocketNotifier::activated, this, [this] {
+            shared_->events.acknowledge();
+            player_->advance();
+        });
     }
-    return folder + QStringLiteral("/brenvale/") + name;
+
+    void ask(Occasion occasion) {
+        if (session_) {
+            session_->open(occasion);
+        }
+    }
+
+private:
+    void sessionChanged() {
+        using enum PortalSession::State;
+        const auto state = session_->state();
+        const bool isOpen = state == open;
+        const bool wasOpen = shared_->isOpen;
+        if (isOpen || wasOpen) {
+            player_->end(); // what was let in while the session went
+        }
+        shared_->canAsk = state != absent;
+        shared_->isOpen = isOpen;
+        if (isOpen) {
+            player_->begin();
+        }
+        main_.async([shared = std::weak_ptr(shared_)] {
+            if (const auto held = shared.lock()) {
+                held->change.set({});
+            }
+        });
+    }
+
+    std::shared_ptr<Shared> shared_;
+    DispatchQueue& main_;
+    TextLender* lender_;
+    std::unique_ptr<PortalSession> session_;
+    std::unique_ptr<PortalPlayer> player_;
+    std::unique_ptr<QSocketNotifier> posted_;
+};
+
+RemoteDesktopPortal::RemoteDesktopPortal(DispatchQueue& main, TextLender* lender)
+    : shared_(std::make_shared<Shared>()),
+      thread_(std::make_unique<QThread>()),
+      worker_(new Worker(shared_, main, lender)) { // NOLINT: the thread's end deletes it
+    thread_->setObjectName(QStringLiteral("portal input"));
+    worker_->moveToThread(thread_.get());
+    QObject::connect(thread_.get(), &QThread::finished, worker_, &QObject::deleteLater);
+    thread_->start();
+    QMetaObject::invokeMethod(worker_, [worker = worker_] { worker->begin(); });
 }
 
-QString tokenPath() {
-    return statePath(QLatin1StringView("remote-desktop-token"));
-}
-
-/// There while the user's last answer was a refusal.
-QString refusalPath() {
-    return statePath(QLatin1StringView("remote-desktop-refused"));
-}
-
-void keepRefusal(bool isRefused) {
-    QFile file(refusalPath());
-    if (!isRefused) {
-        file.remove();
-    } else if (QDir().mkpath(QFileInfo(refusalPath()).path())) {
-        (void)file.open(QIODevice::WriteOnly);
+RemoteDesktopPortal::~RemoteDesktopPortal() {
+    constexpr unsigned long patience = 2000;
+    thread_->quit();
+    if (!thread_->wait(patience)) {
+        (void)thread_.release(); // it hangs in a bus that does not answer: its parts stay behind with it
     }
 }
 
-QString readToken() {
-    QFile file(tokenPath());
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+bool RemoteDesktopPortal::canMakeEvents() const {
+    return shared_->isOpen;
 }
 
-/// A token holds for one session; without a new one the user is asked again next time.
-void keepToken(const QString& token) {
-    QDir().mkpath(QFileInfo(tokenPath()).path());
-    QSaveFile file(tokenPath());
-    if (file.open(QIODevice::WriteOnly)) {
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-        file.write(token.toUtf8());
-        file.commit();
+QPointF RemoteDesktopPortal::pointerLocation() const {
+    return shared_->pointer.location();
+}
+
+void RemoteDesktopPortal::post(const KeyEvent& event) {
+    if (shared_->isOpen) {
+        shared_->events.add(event);
     }
 }
 
-} // namespace
-
-RemoteDesktopPortal::RemoteDesktopPortal() {
-    const auto bus = QDBusConnection::sessionBus();
-    if (bus.isConnected()) {
-        canAsk_ = true;
-        auto* watcher =
-            new QDBusServiceWatcher(portal, bus, QDBusServiceWatcher::WatchForUnregistration, this);
-        connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this,
-                &RemoteDesktopPortal::sessionClosed);
+void RemoteDesktopPortal::post(const SystemDefinedEvent& event) {
+    if (shared_->isOpen) {
+        shared_->events.add(event);
     }
 }
 
-bool RemoteDesktopPortal::wasRefused() const {
-    return QFile::exists(refusalPath());
+void RemoteDesktopPortal::post(const MouseEvent& event) {
+    if (shared_->isOpen) {
+        shared_->events.add(shared_->pointer.follow(event));
+    }
+}
+
+bool RemoteDesktopPortal::canAsk() const {
+    return shared_->canAsk;
+}
+
+void RemoteDesktopPortal::ask(Occasion occasion) {
+    QMetaObject::invokeMethod(worker_, [worker = worker_, occasion] { worker->ask(occasion); });
 }
 
 Subscription RemoteDesktopPortal::observe(std::function<void()> observer) {
-    return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
-}
-
-void RemoteDesktopPortal::setState(State state) {
-    if (state_.exchange(state) != state) {
-        change_.set({});
-    }
-}
-
-void RemoteDesktopPortal::ask() {
-    if (state_ != State::none || !QDBusConnection::sessionBus().isConnected()) {
-        return;
-    }
-    setState(State::starting);
-    const auto token = QStringLiteral("brenvale_") + QUuid::createUuid().toString(QUuid::Id128);
-    PortalRequest::call(interface, QStringLiteral("CreateSession"), {},
-                        {{QStringLiteral("session_handle_token"), token}}, [this](const auto& results) {
-                            if (results) {
-                                opened(results->value(QStringLiteral("session_handle")).toString());
-                            } else {
-                                closeSession();
-                            }
-                        });
-}
-
-void RemoteDesktopPortal::opened(const QString& session) {
-    session_ = session;
-    QDBusConnection::sessionBus().connect(portal, session_, sessionInterface, QStringLiteral("Closed"), this,
-                                          SLOT(sessionClosed()));
-    selectDevices();
-}
-
-void RemoteDesktopPortal::selectDevices() {
-    QVariantMap options{{QStringLiteral("types"), keyboardAndPointer},
-                        {QStringLiteral("persist_mode"), untilRevoked}};
-    if (const auto token = readToken(); !token.isEmpty()) {
-        options.insert(QStringLiteral("restore_token"), token);
-    }
-    PortalRequest::call(interface, QStringLiteral("SelectDevices"),
-                        {QVariant::fromValue(QDBusObjectPath(session_))}, options,
-                        [this](const auto& results) { results ? startSession() : closeSession(); });
-}
-
-void RemoteDesktopPortal::startSession() {
-    const QString noParentWindow;
-    PortalRequest::call(interface, QStringLiteral("Start"),
-                        {QVariant::fromValue(QDBusObjectPath(session_)), noParentWindow}, {},
-                        [this](const auto& results) {
-                            if (results) {
-                                started(*results);
-                            } else {
-                                keepRefusal(true);
-                                closeSession();
-                            }
-                        });
-}
-
-void RemoteDesktopPortal::started(const QVariantMap& results) {
-    if (const auto token = results.value(QStringLiteral("restore_token")).toString(); !token.isEmpty()) {
-        keepToken(token);
-    }
-    const auto devices = results.value(QStringLiteral("devices")).toUInt();
-    if ((devices & keyboardAndPointer) == keyboardAndPointer) {
-        keepRefusal(false);
-        setState(State::started);
-    } else {
-        closeSession();
-    }
-}
-
-/// Ends a session that is of no use, which the desktop may show as one that is running.
-void RemoteDesktopPortal::closeSession() {
-    if (!session_.isEmpty()) {
-        QDBusConnection::sessionBus().send(
-            QDBusMessage::createMethodCall(portal, session_, sessionInterface, QStringLiteral("Close")));
-    }
-    forgetSession();
-}
-
-void RemoteDesktopPortal::sessionClosed() {
-    forgetSession();
-}
-
-void RemoteDesktopPortal::forgetSession() {
-    if (!session_.isEmpty()) {
-        QDBusConnection::sessionBus().disconnect(portal, session_, sessionInterface, QStringLiteral("Closed"),
-                                                 this, SLOT(sessionClosed()));
-        session_.clear();
-    }
-    setState(State::none);
+    return shared_->change.subscribe([observer = std::move(observer)](const auto&) { observer(); });
 }
 
 } // namespace brenvale

@@ -3,54 +3,43 @@
 #include "platform/EventPoster.h"
 #include "platform/linux/input/InputConsent.h"
 
-#include <QObject>
-#include <QVariantMap>
+#include <QThread>
 
-#include <atomic>
-#include <variant>
+#include <memory>
 
 namespace brenvale {
 
-/// The desktop's consent to keys and pointer events, where the desktop has no other way to them
-/// (org.freedesktop.portal.RemoteDesktop, version 1; with version 2 the desktop remembers the consent by a
-/// token that it gives us to keep). On main.
-class RemoteDesktopPortal final : public QObject, public EventPoster, public InputConsent {
-    Q_OBJECT
+class DispatchQueue;
+class TextLender;
 
+/// Posts by the desktop's portal for remote desktops, for which the user consents once. All of it happens on
+/// a thread of its own and a bus connection of its own, so that a portal that hangs, and a main thread that
+/// is busy, hold up nobody who posts. What comes before the consent vanishes.
+class RemoteDesktopPortal final : public EventPoster, public InputConsent {
 public:
-    RemoteDesktopPortal();
+    /// `lender` is null where no text can be pasted. Both live for longer.
+    RemoteDesktopPortal(DispatchQueue& main, TextLender* lender);
+    ~RemoteDesktopPortal() override;
+    RemoteDesktopPortal(const RemoteDesktopPortal&) = delete;
+    RemoteDesktopPortal& operator=(const RemoteDesktopPortal&) = delete;
 
-    /// Whether the user has consented and the session still stands.
-    [[nodiscard]] bool canMakeEvents() const override { return state_ == State::started; }
-    [[nodiscard]] QPointF pointerLocation() const override { return {}; }
-    void post(const KeyEvent& /*event*/) override {}
-    void post(const SystemDefinedEvent& /*event*/) override {}
-    void post(const MouseEvent& /*event*/) override {}
+    [[nodiscard]] bool canMakeEvents() const override;
+    [[nodiscard]] QPointF pointerLocation() const override;
+    void post(const KeyEvent& event) override;
+    void post(const SystemDefinedEvent& event) override;
+    void post(const MouseEvent& event) override;
 
-    [[nodiscard]] bool canAsk() const override { return canAsk_; }
-    [[nodiscard]] bool wasRefused() const override;
-    void ask() override;
+    [[nodiscard]] bool canAsk() const override;
+    void ask(Occasion occasion) override;
     [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 
-private slots:
-    void sessionClosed();
-
 private:
-    enum class State : qint8 { none, starting, started };
+    struct Shared;
+    class Worker;
 
-    void opened(const QString& session);
-    void selectDevices();
-    void startSession();
-    void started(const QVariantMap& results);
-    void closeSession();
-    void forgetSession();
-
-    void setState(State state);
-
-    std::atomic<State> state_ = State::none;
-    std::atomic<bool> canAsk_ = false;
-    Published<std::monostate> change_;
-    QString session_; ///< its object path; empty while there is none
+    std::shared_ptr<Shared> shared_; ///< with the thread, and with steps on their way to main
+    std::unique_ptr<QThread> thread_;
+    Worker* worker_; ///< lives and ends on the thread
 };
 
 } // namespace brenvale

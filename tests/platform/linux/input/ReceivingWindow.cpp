@@ -20,7 +20,8 @@ public:
         viewport()->setMouseTracking(true);
         changes_.setSingleShot(true); // a long text is not written anew for each of its characters
         connect(this, &QPlainTextEdit::textChanged, &changes_, [this] { changes_.start(10); });
-        connect(&changes_, &QTimer::timeout, this, [this] { write({{QStringLiteral("text"), toPlainText()}}); });
+        connect(&changes_, &QTimer::timeout, this,
+                [this] { write({{QStringLiteral("text"), toPlainText()}}); });
     }
 
 protected:

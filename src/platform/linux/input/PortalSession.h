@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/linux/input/ConsentMemory.h"
+#include "platform/linux/input/InputConsent.h"
+#include "platform/linux/input/PortalRequest.h"
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+namespace brenvale {
+
+/// The one session by which the desktop lets us post events, and the consent to it
+/// (org.freedesktop.portal.RemoteDesktop, version 1; with version 2 the desktop remembers the consent by a
+/// token that it gives us to keep). A portal that goes away takes the session with it; one that comes back
+/// gets a new one without a question if there is a token. One thread, with an event loop; never blocks.
+class PortalSession final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State : signed char {
+        absent, ///< there is no such portal, or not at present
+        closed, ///< the user can be asked
+        asking,
+        open,
+    };
+
+    /// `bus` is our own: the portal knows a program by its connection.
+    explicit PortalSession(QDBusConnection bus);
+
+    /// Called at each change of `state`.
+    std::function<void()> changed;
+
+    [[nodiscard]] State state() const { return state_; }
+
+    /// The session's handle, while it is open.
+    [[nodiscard]] QDBusObjectPath handle() const { return QDBusObjectPath(handle_); }
+
+    /// Whether the user was in front of a dialog when the session opened, which has the keyboard for a moment
+    /// longer.
+    [[nodiscard]] bool followsDialog() const { return followsDialog_; }
+
+    void open(InputConsent::Occasion occasion);
+
+    /// The session is of no use any more.
+    void close();
+
+private slots:
+    void sessionClosed();
+
+private:
+    void lookForPortal();
+    void portalFound(uint deviceTypes);
+    void portalGone();
+    void registerProgram();
+    void createSession();
+    void created(const QString& handle);
+    void selectDevices();
+    void start();
+    void started(const PortalRequest::Results& results);
+    void request(const QString& method, const QVariantList& arguments, const QVariantMap& options,
+                 PortalRequest::Answered answered);
+    void forgetSession(State state);
+    void setState(State state);
+
+    QDBusConnection bus_;
+    ConsentMemory memory_;
+    State state_ = State::absent;
+    std::optional<InputConsent::Occasion> wish_; ///< to be fulfilled when there is a portal
+    QString handle_;                             ///< empty while there is none
+    quint64 attempt_ = 0;                        ///< what an earlier one brings late is nobody's
+    QElapsedTimer asked_;
+    bool followsDialog_ = false;
+};
+
+} // namespace brenvale
