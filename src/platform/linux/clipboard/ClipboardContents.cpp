@@ -4,25 +4,24 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace brenvale {
 
 namespace {
 
 /// The names of text, the one that says most about it first.
-constexpr std::array textFormats{std::string_view("text/plain;charset=utf-8"),
-                                 std::string_view("UTF8_STRING"), std::string_view("text/plain"),
-                                 std::string_view("STRING"), std::string_view("TEXT")};
+constexpr std::array textFormats{QByteArrayView("text/plain;charset=utf-8"), QByteArrayView("UTF8_STRING"),
+                                 QByteArrayView("text/plain"), QByteArrayView("STRING"),
+                                 QByteArrayView("TEXT")};
 
 /// What X11 programs ask an owner beside its contents.
-constexpr std::array questions{std::string_view("TARGETS"),        std::string_view("TIMESTAMP"),
-                               std::string_view("MULTIPLE"),       std::string_view("SAVE_TARGETS"),
-                               std::string_view("DELETE"),         std::string_view("INSERT_SELECTION"),
-                               std::string_view("INSERT_PROPERTY")};
+constexpr std::array questions{QByteArrayView("TARGETS"),        QByteArrayView("TIMESTAMP"),
+                               QByteArrayView("MULTIPLE"),       QByteArrayView("SAVE_TARGETS"),
+                               QByteArrayView("DELETE"),         QByteArrayView("INSERT_SELECTION"),
+                               QByteArrayView("INSERT_PROPERTY")};
 
-bool isSame(std::string_view name, QByteArrayView format) {
-    return format.compare(QByteArrayView(name.data(), std::ssize(name)), Qt::CaseInsensitive) == 0;
+bool isSame(QByteArrayView name, QByteArrayView format) {
+    return format.compare(name, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -31,7 +30,7 @@ ClipboardContents ClipboardContents::ofText(const QString& text) {
     ClipboardContents contents;
     const auto bytes = text.toUtf8();
     for (const auto format : textFormats) {
-        contents.items.push_back({.format = QByteArray(format.data(), std::ssize(format)), .bytes = bytes});
+        contents.items.push_back({.format = format.toByteArray(), .bytes = bytes});
     }
     return contents;
 }
@@ -73,7 +72,7 @@ QString decodedText(const QByteArray& format, QByteArrayView bytes) {
         return QString::fromLatin1(bytes);
     }
     QStringDecoder decoder(QStringDecoder::Utf8);
-    QString text = decoder(bytes);
+    const QString text = decoder(bytes);
     const bool mayBeOther = isSame("text/plain", format) || format == "TEXT"; // these name no encoding
     return mayBeOther && decoder.hasError() ? QString::fromLatin1(bytes) : text;
 }

@@ -61,7 +61,7 @@ private:
     void begin() {
         isDecided_ = true;
         if (access_) {
-            loan_.emplace(*access_);
+            loan_ = std::make_unique<ClipboardLoan>(*access_);
         }
         for (auto& step : std::exchange(waiting_, {})) {
             step(loan_ ? this : nullptr);
@@ -72,7 +72,7 @@ private:
     bool isDecided_ = false;
     std::vector<Step> waiting_;
     std::unique_ptr<SelectionAccess> access_;
-    std::optional<ClipboardLoan> loan_;
+    std::unique_ptr<ClipboardLoan> loan_; ///< null where the session has no way
 };
 
 ClipboardService::ClipboardService(DispatchQueue& main, Session session) : main_(main) {
