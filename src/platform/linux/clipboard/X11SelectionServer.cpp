@@ -222,7 +222,7 @@ void X11SelectionServer::watch(xcb_window_t requestor, bool isWatched) {
 qsizetype X11SelectionServer::pieceSize() const {
     constexpr qsizetype unit = 4;
     constexpr qsizetype headerSize = 64;
-    return std::min(largestPiece, unit * xcb_get_maximum_request_length(connection_) - headerSize);
+    return std::min(largestPiece, (unit * xcb_get_maximum_request_length(connection_)) - headerSize);
 }
 
 } // namespace brenvale

@@ -20,7 +20,7 @@ void discard(const char* /*format*/, va_list /*arguments*/) {}
 
 /// Where the compositor listens; empty where the session names none.
 QByteArray socketPath() {
-    const auto name = qgetenv("WAYLAND_DISPLAY");
+    auto name = qgetenv("WAYLAND_DISPLAY");
     if (name.startsWith('/')) {
         return name;
     }
@@ -172,7 +172,7 @@ void WaylandConnection::globalRemoved(void* data, wl_registry* /*registry*/, std
     if (place == self.globals_.end()) {
         return;
     }
-    const auto global = *place;
+    const auto global = std::move(*place);
     self.globals_.erase(place);
     if (self.removed) {
         self.removed(global);
