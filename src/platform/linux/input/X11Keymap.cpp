@@ -79,26 +79,19 @@ void X11Keymap::collectPlaces() {
     for (quint32 keycode = firstKeycode_; keycode <= lastKeycode_; ++keycode) {
         collectKey(keycode);
     }
-    // The first keycode of all stands for no key, and some programs take it for none.
-    std::ranges::sort(spareKeycodes_, std::greater{});
 }
 
 void X11Keymap::collectKey(quint32 keycode) {
-    bool isSpare = true;
     for (quint32 group = 0; group < xkb_keymap_num_layouts_for_key(keymap_.get(), keycode); ++group) {
         for (quint32 level = 0; level < xkb_keymap_num_levels_for_key(keymap_.get(), keycode, group);
              ++level) {
             const xkb_keysym_t* keysyms = nullptr;
             const int count =
                 xkb_keymap_key_get_syms_by_level(keymap_.get(), keycode, group, level, &keysyms);
-            isSpare = isSpare && count == 0;
             if (count == 1 && !isOfKeypad(keysyms[0])) {
                 places_[canonical(keysyms[0])].push_back({static_cast<quint8>(keycode), group, level});
             }
         }
-    }
-    if (isSpare) {
-        spareKeycodes_.push_back(static_cast<quint8>(keycode));
     }
 }
 

@@ -42,9 +42,6 @@ public:
     /// none.
     [[nodiscard]] std::optional<int> groupFor(quint32 keysym, const KeyboardState& state);
 
-    /// Keycodes without any meaning.
-    [[nodiscard]] std::span<const quint8> spareKeycodes() const { return spareKeycodes_; }
-
     /// The one keysym that a keycode stands for in all that it has; 0 where it has none or several.
     [[nodiscard]] quint32 onlyKeysymOf(quint8 keycode) const;
 
@@ -56,8 +53,6 @@ public:
     [[nodiscard]] quint32 modifiersHeldBy(quint8 keycode, int group) const;
 
     [[nodiscard]] int groupCount() const { return groupCount_; }
-    [[nodiscard]] quint8 firstKeycode() const { return firstKeycode_; }
-    [[nodiscard]] quint8 lastKeycode() const { return lastKeycode_; }
 
 private:
     struct Place {
@@ -91,7 +86,6 @@ private:
     std::unique_ptr<xkb_state, StateUnref> state_; ///< a keyboard to try things on
     std::unordered_map<quint32, std::vector<Place>> places_;
     std::unordered_map<int, std::vector<ModifierKeycode>> modifierKeycodes_; ///< by group, made when needed
-    std::vector<quint8> spareKeycodes_;
     int groupCount_ = 1;
     quint8 firstKeycode_ = 0;
     quint8 lastKeycode_ = 0;

@@ -2,7 +2,6 @@
 
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/input/XcbReply.h"
-#include "platform/linux/input/XcbXkb.h"
 
 #include <algorithm>
 #include <array>
@@ -25,6 +24,7 @@ constexpr std::size_t headLength = 3;
 X11SpareKeys::X11SpareKeys(X11Display& display, X11Layout& layout)
     : display_(display),
       layout_(layout),
+      meanings_(display),
       owner_(xcb_generate_id(display.connection())),
       atom_(x11Atom(display.connection(), propertyName)) {
     xcb_create_window(display_.connection(), XCB_COPY_FROM_PARENT, owner_, display_.root(), -1, -1, 1, 1, 0,
@@ -36,7 +36,7 @@ X11SpareKeys::X11SpareKeys(X11Display& display, X11Layout& layout)
 
 std::size_t X11SpareKeys::capacity() {
     forgetLost();
-    return lent_.size() + freeKeycodes().size();
+    return lent_.size() + meanings_.unused().size();
 }
 
 bool X11SpareKeys::isStillOurs(quint32 keysym, quint8 keycode) {
@@ -49,19 +49,10 @@ void X11SpareKeys::forgetLost() {
     std::erase_if(lent_, [this](const auto& entry) { return !isStillOurs(entry.first, entry.second); });
 }
 
-std::vector<quint8> X11SpareKeys::freeKeycodes() {
-    auto* keymap = layout_.current();
-    if (keymap == nullptr) {
-        return {};
-    }
-    const auto spare = keymap->spareKeycodes();
-    return {spare.begin(), spare.end()};
-}
-
 bool X11SpareKeys::wouldTakeUsed(std::span<const quint32> keysyms) {
     forgetLost();
     const auto missing = std::ranges::count_if(keysyms, [this](quint32 keysym) { return !isLent(keysym); });
-    return static_cast<std::size_t>(missing) > freeKeycodes().size() && !used_.empty();
+    return static_cast<std::size_t>(missing) > meanings_.unused().size() && !used_.empty();
 }
 
 void X11SpareKeys::takeUnneeded(std::span<const quint32> keysyms, std::size_t missing) {
@@ -77,7 +68,7 @@ void X11SpareKeys::takeUnneeded(std::span<const quint32> keysyms, std::size_t mi
 
 void X11SpareKeys::lend(std::span<const quint32> keysyms) {
     forgetLost();
-    auto free = freeKeycodes();
+    auto free = meanings_.unused();
     std::vector<quint32> missing;
     std::ranges::copy_if(keysyms, std::back_inserter(missing),
                          [this](quint32 keysym) { return !isLent(keysym); });
@@ -99,10 +90,11 @@ void X11SpareKeys::lend(std::span<const quint32> keysyms) {
     }
     lent_.insert(added.begin(), added.end());
     writeProperty(); // before the change: what is noted too much does no harm
+    std::map<quint8, quint32> changes;
     for (const auto& [keysym, keycode] : added) {
-        setMeaning(keycode, keysym);
+        changes.emplace(keycode, keysym);
     }
-    display_.flush();
+    meanings_.set(changes);
 }
 
 void X11SpareKeys::noteUse(quint8 keycode) {
@@ -113,9 +105,11 @@ void X11SpareKeys::noteUse(quint8 keycode) {
 
 void X11SpareKeys::takeAllBack() {
     forgetLost();
+    std::map<quint8, quint32> changes;
     for (const auto& [keysym, keycode] : lent_) {
-        setMeaning(keycode, 0);
+        changes.emplace(keycode, 0);
     }
+    meanings_.set(changes);
     lent_.clear();
     used_.clear();
     writeProperty();
@@ -126,29 +120,6 @@ void X11SpareKeys::noteGroup(int before, int ours) {
     groupBefore_ = before;
     groupOfOurs_ = ours;
     writeProperty();
-}
-
-/// Two equal levels of the type that heeds Shift and Caps Lock: so the key means the same under both. A
-/// keysym of 0 takes the meaning away. Each key is set alone: a range would take the keys in between along,
-/// from one of several keyboards to all of them.
-void X11SpareKeys::setMeaning(quint8 keycode, quint32 keysym) const {
-    constexpr quint8 alphabetic = 2; // every server has the first four types
-    struct KeyMeaning {
-        xcb_xkb_key_sym_map_t head{};
-        std::array<xcb_keysym_t, 2> keysyms{};
-    };
-    KeyMeaning meaning;
-    meaning.keysyms.fill(keysym);
-    if (keysym != 0) {
-        meaning.head.kt_index[0] = alphabetic;
-        meaning.head.groupInfo = 1;
-        meaning.head.width = 2;
-        meaning.head.nSyms = 2;
-    }
-    const auto* setup = xcb_get_setup(display_.connection());
-    xcb_xkb_set_map(display_.connection(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_SYMS, 0,
-                    setup->min_keycode, setup->max_keycode, 0, 0, keycode, 1, meaning.head.nSyms, 0, 0, 0, 0,
-                    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, &meaning);
 }
 
 void X11SpareKeys::writeProperty() const {
@@ -190,12 +161,14 @@ void X11SpareKeys::mend() {
     if (words.size() < headLength || isAlive(words[0])) {
         return;
     }
+    std::map<quint8, quint32> changes;
     for (std::size_t index = headLength; index + 1 < words.size(); index += 2) {
         const auto keycode = words[index];
         if (keycode <= 0xff && isStillOurs(words[index + 1], static_cast<quint8>(keycode))) {
-            setMeaning(static_cast<quint8>(keycode), 0);
+            changes.emplace(static_cast<quint8>(keycode), 0);
         }
     }
+    meanings_.set(changes);
     const auto state = display_.keyboardState();
     if (words[1] != words[2] && state && static_cast<quint32>(state->lockedGroup) == words[2]) {
         display_.lockGroup(static_cast<int>(words[1]));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/input/X11KeyMeanings.h"
 #include "platform/linux/input/X11Layout.h"
 
 #include <map>
@@ -46,15 +47,14 @@ public:
 private:
     [[nodiscard]] bool isStillOurs(quint32 keysym, quint8 keycode);
     void forgetLost();
-    [[nodiscard]] std::vector<quint8> freeKeycodes();
     void takeUnneeded(std::span<const quint32> keysyms, std::size_t missing);
-    void setMeaning(quint8 keycode, quint32 keysym) const;
     void writeProperty() const;
     [[nodiscard]] std::vector<quint32> readProperty() const;
     [[nodiscard]] bool isAlive(xcb_window_t owner) const;
 
     X11Display& display_;
     X11Layout& layout_;
+    X11KeyMeanings meanings_;
     xcb_window_t owner_ = XCB_WINDOW_NONE; ///< lives as long as the connection does
     xcb_atom_t atom_ = XCB_ATOM_NONE;
     std::map<quint32, quint8> lent_; ///< keycodes by keysym
