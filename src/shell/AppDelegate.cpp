@@ -17,12 +17,14 @@ constexpr QStringView selectedTabKey = u"selectedSettingsTab";
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server,
-                         MakeMainWindow makeMainWindow)
+                         MakeMainWindow makeMainWindow, CallWindows::MakePanels makeCallPanels)
     : platform_(platform),
       main_(main),
       server_(server),
       makeMainWindow_(std::move(makeMainWindow)),
-      historyStore_(std::make_shared<HistoryStore>()) {}
+      historyStore_(std::make_shared<HistoryStore>()),
+      callWindows_(
+          std::make_shared<CallWindows>(platform, main, server, *historyStore_, std::move(makeCallPanels))) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -34,6 +36,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildMenu(); // before the server starts, or its first report is lost
     server_.historyStore = historyStore_;
     server_.start();
+    callWindows_->setupIncomingCallObservation();
+    callWindows_->setupActiveCallObservation();
+    callWindows_->setupCallEndObservation();
     setActivationPolicy(ActivationPolicy::accessory);
 }
 

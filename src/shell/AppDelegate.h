@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calls/CallWindows.h"
 #include "platform/UserNotificationCenter.h"
 
 #include <QUrl>
@@ -28,7 +29,7 @@ public:
 
     /// All arguments must outlive the delegate. Touches nothing yet.
     AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServer& server,
-                MakeMainWindow makeMainWindow);
+                MakeMainWindow makeMainWindow, CallWindows::MakePanels makeCallPanels);
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
@@ -53,7 +54,8 @@ public:
 
     // shell/StatusMenu.cpp
 
-    /// Does what the menu's row of that name does ("call", "sms", ..., "quit"); nothing for another name.
+    /// Does what the menu's row of that name does ("call", "sms", ..., "quit"), or presses the button of a
+    /// call's panel; nothing for another name.
     void activateAction(const QString& name);
 
     // transfer/SendToAndroidService.cpp
@@ -95,6 +97,7 @@ private:
     WebSocketServer& server_;
     MakeMainWindow makeMainWindow_;
     std::shared_ptr<HistoryStore> historyStore_; ///< shared only so that the server can hold it weakly
+    std::shared_ptr<CallWindows> callWindows_;   ///< shared only so that its steps can hold it weakly
     std::unique_ptr<SettingsView> settingsView_; ///< made with the window
     std::unique_ptr<MainWindow> settingsWindow_; ///< made when it is first shown, then kept
     ActivationPolicy activationPolicy_ = ActivationPolicy::regular;

@@ -72,9 +72,8 @@ void AppDelegate::buildMenu() {
 void AppDelegate::activateAction(const QString& name) {
     const auto* const command = std::ranges::find(commands, QStringView(name), &Command::name);
     if (command == commands.end()) {
-        return;
-    }
-    if (command->tab >= 0) {
+        callWindows_->activateAction(name);
+    } else if (command->tab >= 0) {
         showSettings(command->tab);
     } else if (command->name == sendClipboardCommand.name) {
         sendClipboard();

@@ -9,7 +9,7 @@ using namespace brenvale;
 TEST(AppDelegate, ConstructionTouchesNothing) {
     TestServer test;
     test.server->historyStore = {};
-    const AppDelegate delegate(test.fake.platform, test.main, *test.server, {});
+    const AppDelegate delegate(test.fake.platform, test.main, *test.server, {}, {});
     test.run();
     EXPECT_TRUE(test.transport.ports.empty());
     EXPECT_TRUE(test.server->historyStore.expired());
