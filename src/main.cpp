@@ -1,3 +1,5 @@
+#include "calls/CallNotification.h"
+#include "calls/QmlCallPanel.h"
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
@@ -7,6 +9,8 @@
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
 #include "platform/linux/WindowActivation.h"
+#include "platform/linux/panels/DBusActionNotification.h"
+#include "platform/linux/panels/FloatingWindow.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
 #include "shell/SettingsView.h"
@@ -45,6 +49,35 @@ int handOver(const QList<QUrl>& files) {
     return EXIT_FAILURE;
 }
 
+std::unique_ptr<brenvale::MainWindow> makeMainWindow(brenvale::SettingsView& view) {
+    auto window = std::make_unique<brenvale::QmlMainWindow>(view);
+    window->activate = brenvale::activateWindowForUser;
+    return window;
+}
+
+/// The panel of a call in the way that this desktop has for it; `view` is the QML type of its contents.
+template <typename Banner>
+std::unique_ptr<brenvale::FloatingPanel> makeCallPanel(const QString& view, Banner& banner) {
+    using namespace brenvale;
+    if (canFloatWindows()) {
+        return std::make_unique<QmlCallPanel>(
+            view, banner, QmlCallPanel::Floating{.prepare = makeFloating, .isTranslucent = hasCompositor()});
+    }
+    return std::make_unique<CallNotification>(banner, std::make_unique<DBusActionNotification>());
+}
+
+brenvale::CallWindows::MakePanels callPanelMakers() {
+    using namespace brenvale;
+    return {.incoming =
+                [](IncomingCallBanner& banner) {
+                    return makeCallPanel(QStringLiteral("IncomingCallBanner"), banner);
+                },
+            .active =
+                [](ActiveCallBanner& banner) {
+                    return makeCallPanel(QStringLiteral("ActiveCallBanner"), banner);
+                }};
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -70,11 +103,8 @@ int main(int argc, char* argv[]) {
     TcpTransport transport(linkQueue);
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
-    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(), [](SettingsView& view) {
-        auto window = std::make_unique<QmlMainWindow>(view);
-        window->activate = activateWindowForUser;
-        return window;
-    });
+    AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(), makeMainWindow,
+                         callPanelMakers());
     mainQueue.async([&delegate, &files] {
         delegate.applicationDidFinishLaunching();
         delegate.handleSendToAndroidService(files);

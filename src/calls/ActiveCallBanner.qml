@@ -15,14 +15,14 @@ CallPanel {
     CallPanelButton {
         text: panel.banner.isMuted ? "Unmute" : "Mute"
         symbol: panel.banner.isMuted ? "microphone-sensitivity-muted" : "microphone-sensitivity-high"
-        fill: panel.banner.isMuted ? Theme.blue : Theme.withOpacity(Theme.grey, 0.3)
+        fill: panel.banner.isMuted ? Theme.strengthened(Theme.blue, Theme.white, 3) : Theme.withOpacity(Theme.grey, 0.3)
         color: panel.banner.isMuted ? Theme.white : Theme.primary
         onClicked: panel.banner.toggleMute()
     }
     CallPanelButton {
         text: "End call"
         symbol: "call-stop"
-        fill: Theme.red
+        fill: Theme.strengthened(Theme.red, Theme.white, 3)
         onClicked: panel.banner.hangUp()
     }
 }

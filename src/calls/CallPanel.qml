@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Brenvale
 
 // What the two call panels share: a card with an icon in a circle, up to three lines, and buttons at the right.
@@ -16,15 +15,19 @@ Item {
     // Without a compositor nothing shows through, and corners can't be round.
     property bool isTranslucent: true
 
-    // The pointer has the background since `dragStarted`, and is so far from where that was.
-    signal dragStarted()
-    signal dragMoved(real dx, real dy)
+    // The pointer has the background and moves the panel.
+    readonly property bool isHeld: background.pressed
 
     implicitWidth: 350
     implicitHeight: 80
 
-    Accessible.role: Accessible.Alert
+    Accessible.role: Accessible.AlertMessage
     Accessible.name: [panel.thirdLine, panel.firstLine, panel.secondLine].filter(line => line !== "").join(", ")
+
+    // The panel's height is fixed: beyond one and a half times the ordinary size its lines would leave it.
+    function sized(pixelSize: real, weight: int): font {
+        return Theme.sized(pixelSize * Math.min(1, 1.5 / Theme.textScale), weight);
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -32,79 +35,73 @@ Item {
         color: panel.isTranslucent && !Theme.isHighContrast ? Theme.withOpacity(Theme.windowBackground, 0.94)
                                                             : Theme.windowBackground
         border.width: 1
-        border.color: Theme.isHighContrast ? Theme.primary : Theme.fieldBorder
+        border.color: Theme.fieldBorder
     }
 
     MouseArea {
         id: background
 
-        property point start
-
         anchors.fill: parent
-        onPressed: mouse => {
-            start = mapToGlobal(mouse.x, mouse.y);
-            panel.dragStarted();
-        }
-        onPositionChanged: mouse => {
-            const now = mapToGlobal(mouse.x, mouse.y);
-            panel.dragMoved(now.x - start.x, now.y - start.y);
+    }
+
+    Rectangle {
+        id: circle
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.padding
+        anchors.verticalCenter: parent.verticalCenter
+        width: 45
+        height: 45
+        radius: width / 2
+        color: Theme.withOpacity(panel.iconColor, 0.2)
+
+        Symbol {
+            anchors.centerIn: parent
+            name: "call-start"
+            size: 22
+            color: panel.iconColor
         }
     }
 
-    RowLayout {
-        anchors.fill: parent
-        anchors.leftMargin: Theme.padding
+    Column {
+        anchors.left: circle.right
+        anchors.right: buttonRow.left
+        anchors.margins: 15
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        Label {
+            width: parent.width
+            text: panel.firstLine.replace(/\s+/g, " ")
+            font: panel.sized(14, Font.Bold)
+            elide: Text.ElideRight
+            maximumLineCount: 1
+        }
+        Label {
+            width: parent.width
+            visible: text !== ""
+            text: panel.secondLine.replace(/\s+/g, " ")
+            font: panel.sized(11, Font.Normal)
+            color: Theme.secondary
+            elide: Text.ElideRight
+            maximumLineCount: 1
+        }
+        Label {
+            width: parent.width
+            text: panel.thirdLine
+            font: panel.sized(10, Font.Normal)
+            color: Theme.tertiary
+            elide: Text.ElideRight
+            maximumLineCount: 1
+        }
+    }
+
+    Row {
+        id: buttonRow
+
+        anchors.right: parent.right
         anchors.rightMargin: Theme.padding
-        spacing: 15
-
-        Rectangle {
-            implicitWidth: 45
-            implicitHeight: 45
-            radius: width / 2
-            color: Theme.withOpacity(panel.iconColor, 0.2)
-
-            Symbol {
-                anchors.centerIn: parent
-                name: "call-start"
-                size: 22
-                color: panel.iconColor
-            }
-        }
-
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: 2
-
-            Label {
-                Layout.fillWidth: true
-                text: panel.firstLine.replace(/\s+/g, " ")
-                font: Theme.sized(14, Font.Bold)
-                elide: Text.ElideRight
-                maximumLineCount: 1
-            }
-            Label {
-                Layout.fillWidth: true
-                visible: text !== ""
-                text: panel.secondLine.replace(/\s+/g, " ")
-                font: Theme.sized(11)
-                color: Theme.secondary
-                elide: Text.ElideRight
-                maximumLineCount: 1
-            }
-            Label {
-                Layout.fillWidth: true
-                text: panel.thirdLine
-                font: Theme.sized(10)
-                color: Theme.tertiary
-                elide: Text.ElideRight
-                maximumLineCount: 1
-            }
-        }
-
-        Row {
-            id: buttonRow
-
-            spacing: 12
-        }
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 12
     }
 }

@@ -10,6 +10,7 @@ T.AbstractButton {
     required property string symbol
     required property color fill
     property color color: Theme.white
+    property string helpText
 
     implicitWidth: 32
     implicitHeight: 32
@@ -38,6 +39,32 @@ T.AbstractButton {
             radius: parent.radius
             color: control.down ? Theme.withOpacity(Theme.black, 0.2)
                  : control.hovered ? Theme.withOpacity(Theme.black, 0.1) : "transparent"
+        }
+    }
+
+    // The panel has no room for a tip of its own: it stands between the button and the edge.
+    Text {
+        anchors.top: parent.bottom
+        anchors.topMargin: 2
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: control.helpText !== "" && rest.hasRested
+        text: control.helpText
+        font: Theme.sized(10 * Math.min(1, 1.5 / Theme.textScale))
+        color: Theme.primary
+        renderType: Text.NativeRendering
+    }
+    Timer {
+        id: rest
+
+        property bool hasRested: false
+
+        interval: 600
+        running: control.hovered
+        onTriggered: hasRested = true
+        onRunningChanged: {
+            if (!control.hovered) {
+                hasRested = false;
+            }
         }
     }
 }

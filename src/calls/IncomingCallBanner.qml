@@ -14,14 +14,16 @@ CallPanel {
 
     CallPanelButton {
         text: "Decline"
+        helpText: "Decline"
         symbol: "call-stop"
-        fill: Theme.red
+        fill: Theme.strengthened(Theme.red, Theme.white, 3)
         onClicked: panel.banner.hangUp()
     }
     CallPanelButton {
         text: "Accept"
+        helpText: "Accept"
         symbol: "call-start"
-        fill: Theme.green
+        fill: Theme.strengthened(Theme.green, Theme.white, 3)
         onClicked: panel.banner.answer()
     }
 }

@@ -1,17 +1,13 @@
 #include "shell/QmlMainWindow.h"
 
-#include "theme/SymbolImageProvider.h"
+#include "theme/QmlSetup.h"
 
 #include <QCloseEvent>
 #include <QIcon>
-#include <QQmlEngine>
 #include <QQuickView>
 #include <QScreen>
 
 #include <malloc.h>
-
-/// Registers the types of the QML module; the linker keeps them because of the reference below.
-void qml_register_types_Brenvale(); // NOLINT: made by the QML compiler
 
 namespace brenvale {
 
@@ -53,18 +49,9 @@ void QmlMainWindow::makeKeyAndOrderFront() {
 }
 
 void QmlMainWindow::buildView() {
-    volatile auto typesOfModule = &qml_register_types_Brenvale;
-    Q_UNUSED(typesOfModule);
-
-    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
-        // Flat colours and text need no graphics card, and its drivers take more memory than all of the
-        // window.
-        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
-    }
+    chooseQuickRenderer();
     view_ = std::make_unique<QQuickView>();
-    auto* engine = view_->engine();
-    engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine->addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider);
+    setUpEngine(*view_->engine());
     view_->setTitle(QStringLiteral("Brenvale Settings"));
     view_->setIcon(QIcon(QStringLiteral(":/org.brenvale.Brenvale.svg")));
     view_->setMinimumSize(minimumSize);

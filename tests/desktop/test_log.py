@@ -25,6 +25,7 @@ DESCRIBED = [
     r'\[WebSocketServer\] Error: Media keys require Accessibility permissions\.',
     r'\[WebSocketServer\] AppleScript Error: \S.*',
     r'\[AppDelegate\] Incoming call cleared',
+    r'\[AppDelegate\] Incoming call detected: .*',
     r'\[Notifications\] Post error: \S.*',
 ]
 
@@ -133,6 +134,17 @@ class LogTest(DeskTest):
         for line in program.lines():
             self.assertTrue(any(re.fullmatch(pattern, line) for pattern in DESCRIBED), line)
         self.assertEqual(program.error_text(), '')
+
+    def test_a_call_is_logged_when_it_rings_and_when_that_ends_and_once_at_the_start_that_none_rings(self):
+        program = self.start()
+        phone = self.connect(program)
+        phone.send_json(action='incoming_call', number='+49 170 1', name='Ann')
+        program.wait_for_line(r'\[AppDelegate\] Incoming call detected: .*')
+        phone.send_json(action='call_state_changed', state='OFFHOOK')
+        program.wait_for_line(r'\[AppDelegate\] Incoming call cleared', 2)
+        self.assertEqual(program.matching(r'\[AppDelegate\] .*'), [
+            '[AppDelegate] Incoming call cleared', '[AppDelegate] Incoming call detected: +49 170 1',
+            '[AppDelegate] Incoming call cleared'])
 
     def test_end_of_the_process_is_silent(self):
         for how in signal.SIGTERM, signal.SIGINT:

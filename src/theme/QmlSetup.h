@@ -1,0 +1,14 @@
+#pragma once
+
+class QQmlEngine;
+
+namespace brenvale {
+
+/// Chooses how Qt Quick draws in this process. Call before the first window or render control of it is made.
+/// On main.
+void chooseQuickRenderer();
+
+/// Lets the engine find the views, their types and their symbols. On main.
+void setUpEngine(QQmlEngine& engine);
+
+} // namespace brenvale
