@@ -6,14 +6,11 @@
 #include "Measuring.h"
 #include "Phone.h"
 #include "ProcessMemory.h"
+#include "StartedProgram.h"
 #include "Table.h"
-
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
 
 #include <QByteArray>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -23,50 +20,10 @@
 #include <thread>
 #include <vector>
 
-#include <csignal>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace brenvale::bench;
 using namespace std::chrono_literals;
 
 namespace {
-
-constexpr unsigned short port = 18766;
-
-pid_t startProgram(const char* program) {
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t process = 0;
-    const char* arguments[] = {program, nullptr};
-    if (posix_spawn(&process, program, &actions, nullptr, const_cast<char* const*>(arguments), environ) !=
-        0) {
-        std::perror(program);
-        std::exit(1);
-    }
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
-}
-
-void stopProgram(pid_t process) {
-    ::kill(process, SIGTERM);
-    ::waitpid(process, nullptr, 0);
-}
-
-void waitUntilListening() {
-    boost::asio::io_context context;
-    boost::system::error_code error;
-    do {
-        boost::asio::ip::tcp::socket socket(context);
-        socket.connect({boost::asio::ip::address_v4::loopback(), port}, error);
-        if (error) {
-            std::this_thread::sleep_for(500us);
-        }
-    } while (error);
-}
 
 double wakeUps(pid_t process) {
     const auto tasks = QStringLiteral("/proc/%1/task").arg(process);
@@ -80,7 +37,7 @@ double wakeUps(pid_t process) {
 /// Sends messages and waits until the desktop has read the last: it answers the goodbye behind them.
 void sendMessages(const QByteArray& first, int count, const QByteArray& message, const QByteArray& last) {
     brenvale::Phone phone;
-    if (!phone.connect(QStringLiteral("127.0.0.1"), port)) {
+    if (!phone.connect(QStringLiteral("127.0.0.1"), programPort)) {
         std::fputs("the program does not answer\n", stderr);
         return;
     }
@@ -134,23 +91,6 @@ void measureMemoryUnderLoad(const Table& table, pid_t process, double idle, bool
                  0, {}, "{}");
     table.row("peak memory after a message of 100 MiB", mebibytesOf(process, "VmHWM"), "MiB");
     table.row("   resident afterwards", mebibytesOf(process, "VmRSS"), "MiB");
-}
-
-/// Where the program finds its settings and its Downloads folder.
-void writeSettings(const QDir& folder) {
-    folder.mkpath(QStringLiteral("brenvale"));
-    folder.mkpath(QStringLiteral("Downloads"));
-    const auto write = [&folder](const QString& name, const QByteArray& text) {
-        QFile file(folder.filePath(name));
-        if (!file.open(QFile::WriteOnly) || file.write(text) != text.size()) {
-            std::perror("settings");
-            std::exit(1);
-        }
-    };
-    write(QStringLiteral("brenvale/brenvale.conf"), "[General]\nport=" + QByteArray::number(port) + "\n");
-    write(QStringLiteral("user-dirs.dirs"),
-          "XDG_DOWNLOAD_DIR=\"" + folder.filePath(QStringLiteral("Downloads")).toUtf8() + "\"\n");
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
 }
 
 } // namespace

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QDir>
+
+#include <sys/types.h>
+
+namespace brenvale::bench {
+
+/// Where the measured program listens.
+constexpr unsigned short programPort = 18766;
+
+/// Has the programs that are started from here on find their settings and their Downloads folder in `folder`.
+void writeSettings(const QDir& folder);
+
+/// Runs the program with its log going to nowhere. Where that fails the process ends.
+[[nodiscard]] pid_t startProgram(const char* program);
+void stopProgram(pid_t process);
+
+void waitUntilListening();
+
+} // namespace brenvale::bench
