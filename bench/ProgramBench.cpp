@@ -37,7 +37,7 @@ double wakeUps(pid_t process) {
 /// Sends messages and waits until the desktop has read the last: it answers the goodbye behind them.
 void sendMessages(const QByteArray& first, int count, const QByteArray& message, const QByteArray& last) {
     brenvale::Phone phone;
-    if (!phone.connect(QStringLiteral("127.0.0.1"), programPort)) {
+    if (!phone.connect(QStringLiteral("127.0.0.1"), programPort())) {
         std::fputs("the program does not answer\n", stderr);
         return;
     }
@@ -55,7 +55,7 @@ void measureStart(const Table& table, const char* program, int runs) {
     for (int run = 0; run < runs; ++run) {
         const auto start = Clock::now();
         const auto process = startProgram(program);
-        waitUntilListening();
+        waitUntilListening(process);
         starts.push_back(1e3 * secondsSince(start));
         stopProgram(process);
     }
@@ -106,7 +106,7 @@ int main(int argc, char* argv[]) {
     const Table table(stdout);
     measureStart(table, argv[1], isSmoke ? 1 : 11);
     const auto process = startProgram(argv[1]);
-    waitUntilListening();
+    waitUntilListening(process);
     const double idle = measureRest(table, process, isSmoke);
     measureMemoryUnderLoad(table, process, idle, isSmoke);
     stopProgram(process);

@@ -22,6 +22,15 @@ namespace brenvale::bench {
 
 using namespace std::chrono_literals;
 
+unsigned short programPort() {
+    using boost::asio::ip::tcp;
+    static const auto port = [] {
+        boost::asio::io_context context;
+        return tcp::acceptor(context, tcp::endpoint(tcp::v6(), 0)).local_endpoint().port();
+    }();
+    return port;
+}
+
 pid_t startProgram(const char* program) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -42,12 +51,16 @@ void stopProgram(pid_t process) {
     ::waitpid(process, nullptr, 0);
 }
 
-void waitUntilListening() {
+void waitUntilListening(pid_t process) {
     boost::asio::io_context context;
     boost::system::error_code error;
     do {
         boost::asio::ip::tcp::socket socket(context);
-        socket.connect({boost::asio::ip::address_v4::loopback(), programPort}, error);
+        socket.connect({boost::asio::ip::address_v4::loopback(), programPort()}, error);
+        if (error && ::waitpid(process, nullptr, WNOHANG) != 0) {
+            std::fputs("the program has ended\n", stderr);
+            std::exit(1);
+        }
         if (error) {
             std::this_thread::sleep_for(500us);
         }
@@ -66,7 +79,7 @@ void writeSettings(const QDir& folder) {
         }
     };
     write(QStringLiteral("brenvale/brenvale.conf"),
-          "[General]\nport=" + QByteArray::number(programPort) + "\n");
+          "[General]\nport=" + QByteArray::number(programPort()) + "\n");
     write(QStringLiteral("user-dirs.dirs"),
           "XDG_DOWNLOAD_DIR=\"" + folder.filePath(QStringLiteral("Downloads")).toUtf8() + "\"\n");
     qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());

@@ -6,8 +6,8 @@
 
 namespace brenvale::bench {
 
-/// Where the measured program listens.
-constexpr unsigned short programPort = 18766;
+/// Where the measured program listens: a port that was free when this was first called.
+[[nodiscard]] unsigned short programPort();
 
 /// Has the programs that are started from here on find their settings and their Downloads folder in `folder`.
 void writeSettings(const QDir& folder);
@@ -16,6 +16,7 @@ void writeSettings(const QDir& folder);
 [[nodiscard]] pid_t startProgram(const char* program);
 void stopProgram(pid_t process);
 
-void waitUntilListening();
+/// Where the program has ended instead, so does this process.
+void waitUntilListening(pid_t process);
 
 } // namespace brenvale::bench
