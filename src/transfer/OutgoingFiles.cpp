@@ -5,6 +5,7 @@
 #include "records/HistoryStore.h"
 #include "records/RecordId.h"
 #include "transfer/FileChunkText.h"
+#include "transfer/FileUrl.h"
 
 #include <QFile>
 
@@ -13,11 +14,6 @@ namespace brenvale {
 namespace {
 
 constexpr qint64 chunkSize = 0x100000;
-
-/// The last path component, also of a folder's URL that ends in a slash.
-QString lastPathComponent(const QUrl& url) {
-    return url.adjusted(QUrl::StripTrailingSlash).fileName();
-}
 
 } // namespace
 

@@ -4,16 +4,18 @@
 #include "platform/Platform.h"
 #include "shell/AppDelegate.h"
 #include "shell/SettingsView.h"
+#include "transfer/FileUrl.h"
 
 namespace brenvale {
 
 void AppDelegate::handleSendToAndroidService(const QList<QUrl>& urls) {
     bool hasFile = false;
     for (const auto& url : urls) {
-        if (url.isLocalFile()) {
+        if (const auto file = localFileUrl(url)) {
             hasFile = true;
-            platform_.log.line("[AppDelegate] Service triggered for file: " + url.fileName().toUtf8());
-            server_.sendFile(url);
+            platform_.log.line("[AppDelegate] Service triggered for file: " +
+                               lastPathComponent(*file).toUtf8());
+            server_.sendFile(*file);
         }
     }
     if (hasFile) {

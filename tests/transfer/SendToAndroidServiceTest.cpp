@@ -34,9 +34,25 @@ TEST_F(ServiceTest, SendsEachFileInOrderAndShowsTheirTab) {
 
 TEST_F(ServiceTest, WithoutALocalFileNothingHappens) {
     delegate.handleSendToAndroidService({});
-    delegate.handleSendToAndroidService(
-        {QUrl(QStringLiteral("https://example.org/a.txt")), QUrl(QStringLiteral("text"))});
+    delegate.handleSendToAndroidService({QUrl(QStringLiteral("https://example.org/a.txt")),
+                                         QUrl(QStringLiteral("text")),
+                                         QUrl(QStringLiteral("file://another.example/tmp/a.txt"))});
     run();
     EXPECT_TRUE(dispatchLog().isEmpty());
     EXPECT_EQ(windowsMade, 0);
+}
+
+TEST_F(ServiceTest, AFileOfLocalhostIsSentLikeAnyOther) {
+    auto url = makeFile(QStringLiteral("a.txt"));
+    url.setHost(QStringLiteral("localhost"));
+    delegate.handleSendToAndroidService({url});
+    run();
+    EXPECT_EQ(notifications(), (std::vector<std::string>{"File Sent: Successfully sent 'a.txt' to Android"}));
+}
+
+TEST_F(ServiceTest, AFolderIsNamedByItsLastPathComponent) {
+    delegate.handleSendToAndroidService(
+        {QUrl::fromLocalFile(fake.downloads.path + QStringLiteral("/Holiday/"))});
+    run();
+    EXPECT_EQ(dispatchLog().value(0), QByteArray("[AppDelegate] Service triggered for file: Holiday"));
 }
