@@ -97,7 +97,8 @@ Rectangle {
     Loader {
         id: detail
 
-        readonly property int tab: main.view.detailTab
+        // Never empty, so that the first one is a change too, and the only one.
+        readonly property string file: main.tabs[main.view.detailTab]
 
         anchors {
             left: divider.right
@@ -105,11 +106,6 @@ Rectangle {
             top: parent.top
             bottom: parent.bottom
         }
-        onTabChanged: load()
-        Component.onCompleted: load()
-
-        function load() {
-            setSource(main.tabs[tab], {view: main.view});
-        }
+        onFileChanged: setSource(file, {view: main.view})
     }
 }

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
+
 using namespace brenvale;
 using testing::ElementsAre;
 
@@ -43,6 +46,32 @@ TEST_F(MainWindowTest, ShowingItAgainWhileItIsOpenAsksForNothing) {
     (void)takeSent();
     show(SettingsView::SettingsTab);
     EXPECT_TRUE(takeSent().empty());
+}
+
+TEST_F(MainWindowTest, OpeningOnTheSmsTabAsksForEachLogTwice) {
+    connect();
+    show(SettingsView::SmsTab);
+    const auto sent = takeSent();
+    EXPECT_EQ(std::ranges::count_if(sent, [](const auto& text) { return text.contains("sms_history"); }), 2);
+    EXPECT_EQ(std::ranges::count_if(sent, [](const auto& text) { return text.contains("call_history"); }), 2);
+}
+
+TEST_F(MainWindowTest, EachTabIsBuiltOnce) {
+    constexpr std::array tabs{"SettingsTab", "NotificationsTab", "MessagesTab",  "InfoTab",
+                              "CallsTab",    "FileDropTab",      "ClipboardTab", "RemoteControlTab"};
+    for (int tab = 0; tab < std::ssize(tabs); ++tab) {
+        view.setSelectedTab(tab);
+        window.makeKeyAndOrderFront(); // what is thrown away stands here until events are handled
+        const auto objects = window.view()->rootObject()->findChildren<QObject*>();
+        EXPECT_EQ(std::ranges::count_if(objects,
+                                        [&](const QObject* object) {
+                                            return QByteArray(object->metaObject()->className())
+                                                .startsWith(tabs.at(static_cast<std::size_t>(tab)));
+                                        }),
+                  1)
+            << tabs.at(static_cast<std::size_t>(tab));
+        close();
+    }
 }
 
 TEST_F(MainWindowTest, ClosingItTellsAndGivesBackWhatShowingItTook) {
