@@ -160,9 +160,10 @@ TEST_P(EventPosterContract, PressesSystemKeys) {
 }
 
 TEST_P(EventPosterContract, TypesAnyTextWholeAndInOrder) {
-    const auto text = QStringLiteral("Hello, Wörld! 3 < 4 Ελλάδα привет مرحبا שלום 漢字 👩‍👩‍👧 "
-                                     "e\u0301 "
-                                     "ﬁ €");
+    const auto text = QStringLiteral(
+        "Hello, Wörld! 3 < 4 Ελλάδα привет مرحبا שלום 漢字 👩‍👩‍👧 "
+        "e\u0301 "
+        "ﬁ €");
     type(text);
     EXPECT_EQ(withoutModifierKeys(seen()), QStringList{QStringLiteral("text ") + text});
 }

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/input/PointerSteps.h"
+#include "platform/linux/input/TrackedPointer.h"
+#include "platform/linux/input/UinputDevice.h"
+
+#include <memory>
+#include <thread>
+
+namespace brenvale {
+
+/// Posts by a device of our own in the kernel, from a thread of its own. The device is made for the first
+/// event. A text has the characters of a US keyboard, as the kernel knows keys and no layout: others are left
+/// out. Any thread.
+class UinputEventPoster final : public EventPoster {
+public:
+    explicit UinputEventPoster(std::unique_ptr<KernelInput> kernel);
+    ~UinputEventPoster() override;
+    UinputEventPoster(const UinputEventPoster&) = delete;
+    UinputEventPoster& operator=(const UinputEventPoster&) = delete;
+
+    [[nodiscard]] bool canMakeEvents() const override { return !events_.isClosed(); }
+    [[nodiscard]] QPointF pointerLocation() const override { return pointer_.location(); }
+    void post(const KeyEvent& event) override { events_.add(event); }
+    void post(const SystemDefinedEvent& event) override { events_.add(event); }
+    void post(const MouseEvent& event) override { events_.add(pointer_.follow(event)); }
+
+private:
+    void run();
+    [[nodiscard]] bool waitForEvents(int milliseconds) const;
+    [[nodiscard]] bool makeDevice();
+    [[nodiscard]] bool perform(const PostedEvent& event);
+    [[nodiscard]] bool perform(const KeyEvent& event);
+    [[nodiscard]] bool type(const QString& text);
+
+    std::unique_ptr<KernelInput> kernel_; ///< of the thread, once that runs
+    PostedEvents events_;
+    TrackedPointer pointer_;
+    PointerSteps steps_;                   ///< of the thread
+    std::unique_ptr<UinputDevice> device_; ///< of the thread
+    std::thread thread_;                   ///< last: it uses the rest
+};
+
+/// The key of a US keyboard for a character, and whether Shift is held on it; none where there is none. Pure.
+struct UsKey {
+    quint16 code = 0;
+    bool isShifted = false;
+
+    friend bool operator==(const UsKey&, const UsKey&) = default;
+};
+[[nodiscard]] std::optional<UsKey> usKeyOf(char32_t character);
+
+} // namespace brenvale
