@@ -19,8 +19,8 @@ public:
     /// The keycodes that stand for nothing on any keyboard.
     [[nodiscard]] std::vector<quint8> unused() const;
 
-    /// Each keycode stands for its one keysym from now on, whatever is held; for nothing where that is 0. Comes
-    /// back when the server has done it.
+    /// Each keycode stands for its one keysym from now on, whatever is held; for nothing where that is 0.
+    /// Comes back when the server has done it.
     void set(const std::map<quint8, quint32>& meanings) const;
 
 private:

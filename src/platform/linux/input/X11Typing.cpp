@@ -85,30 +85,32 @@ void X11Typing::keepPace() {
 }
 
 std::size_t X11Typing::typePiece(std::u32string_view characters) {
-    auto* keymap = layout_.current();
-    auto state = display_.keyboardState();
-    if (keymap == nullptr || !state) {
-        return 0;
-    }
-    if (const auto sent = sendPiece(characters, *keymap, *state); sent > 0) {
-        display_.flush();
-        unread_ += sent;
-        return sent;
-    }
-    if (prepare(characters, *keymap, *state)) {
-        keymap = layout_.current();
-        state = display_.keyboardState();
-        const auto sent = keymap != nullptr && state ? sendPiece(characters, *keymap, *state) : 0;
-        display_.flush();
-        unread_ += sent;
-        if (sent > 0) {
+    // Somebody may change the group or the layout while we make ready for it.
+    constexpr int tries = 4;
+    for (int attempt = 0; attempt < tries; ++attempt) {
+        const auto state = display_.keyboardState();
+        auto* keymap = layout_.current();
+        if (keymap == nullptr || !state) {
+            return 0;
+        }
+        if (const auto sent = sendPiece(characters, *keymap, *state); sent > 0) {
+            display_.flush();
+            unread_ += sent;
             return sent;
         }
+        const auto group =
+            attempt < 2 ? keymap->groupFor(keysymOf(characters.front()), *state) : std::nullopt;
+        if (group) {
+            switchGroup(*group, *state);
+        } else if (!lendFor(characters, *state)) {
+            break;
+        }
     }
-    return 1; // no way to type this one
+    return 1; // there is no way to type this one
 }
 
-std::size_t X11Typing::sendPiece(std::u32string_view characters, X11Keymap& keymap, KeyboardState& state) {
+std::size_t X11Typing::sendPiece(std::u32string_view characters, X11Keymap& keymap,
+                                 const KeyboardState& state) {
     // A latched modifier is for the next key alone.
     const auto most = state.latchedModifiers != 0 || state.latchedGroup != 0 ? 1 : pieceLength;
     std::size_t sent = 0;
@@ -123,16 +125,7 @@ std::size_t X11Typing::sendPiece(std::u32string_view characters, X11Keymap& keym
     return sent;
 }
 
-/// Makes the first of `characters` one that can be typed: by another group of the layout, or by a lent key.
-bool X11Typing::prepare(std::u32string_view characters, X11Keymap& keymap, KeyboardState& state) {
-    if (const auto group = keymap.groupFor(keysymOf(characters.front()), state)) {
-        switchGroup(*group, state);
-        return true;
-    }
-    return lendFor(characters, keymap, state);
-}
-
-void X11Typing::switchGroup(int group, KeyboardState& state) {
+void X11Typing::switchGroup(int group, const KeyboardState& state) {
     const int count = layout_.current() != nullptr ? layout_.current()->groupCount() : 1;
     const int locked = ((group - state.heldGroup - state.latchedGroup) % count + count) % count;
     if (!groupChange_) {
@@ -156,8 +149,13 @@ void X11Typing::restoreGroup() {
     spareKeys_.noteGroup(0, 0);
 }
 
-bool X11Typing::lendFor(std::u32string_view characters, X11Keymap& keymap, const KeyboardState& state) {
+/// Lends keys to the first of `characters` and to as many of those behind it as there are keys.
+bool X11Typing::lendFor(std::u32string_view characters, const KeyboardState& state) {
     const auto capacity = spareKeys_.capacity();
+    auto* keymap = layout_.current();
+    if (keymap == nullptr) {
+        return false;
+    }
     std::vector<quint32> keysyms;
     for (const auto character : characters.substr(0, farthest)) {
         const auto keysym = keysymOf(character);
@@ -166,7 +164,7 @@ bool X11Typing::lendFor(std::u32string_view characters, X11Keymap& keymap, const
         }
         if (keysym != 0 && std::ranges::find(keysyms, keysym) == keysyms.end() &&
             (spareKeys_.isLent(keysym) ||
-             (!keymap.strokeFor(keysym, state) && !keymap.groupFor(keysym, state)))) {
+             (!keymap->strokeFor(keysym, state) && !keymap->groupFor(keysym, state)))) {
             keysyms.push_back(keysym);
         }
     }

@@ -36,10 +36,9 @@ private:
     /// Types as many of `characters` as go in one piece and returns how many; none where it cannot go on.
     [[nodiscard]] std::size_t typePiece(std::u32string_view characters);
     [[nodiscard]] std::size_t sendPiece(std::u32string_view characters, X11Keymap& keymap,
-                                        KeyboardState& state);
-    [[nodiscard]] bool prepare(std::u32string_view characters, X11Keymap& keymap, KeyboardState& state);
-    [[nodiscard]] bool lendFor(std::u32string_view characters, X11Keymap& keymap, const KeyboardState& state);
-    void switchGroup(int group, KeyboardState& state);
+                                        const KeyboardState& state);
+    [[nodiscard]] bool lendFor(std::u32string_view characters, const KeyboardState& state);
+    void switchGroup(int group, const KeyboardState& state);
     void restoreGroup();
     void send(const Stroke& stroke);
 

@@ -1,0 +1,310 @@
+#include "X11Trial.h"
+
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/input/XcbReply.h"
+#include "platform/linux/input/XcbXkb.h"
+
+#include <QElapsedTimer>
+#include <QPoint>
+#include <QStandardPaths>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <map>
+
+#include <poll.h>
+#include <unistd.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
+#include <xkbcommon/xkbcommon.h>
+
+namespace brenvale {
+
+namespace {
+
+constexpr std::uint16_t width = 1280;
+constexpr std::uint16_t height = 800;
+
+const std::map<quint32, QString>& namesOfKeys() {
+    static const std::map<quint32, QString> names{
+        {XKB_KEY_Escape, QStringLiteral("Escape")},
+        {XKB_KEY_Return, QStringLiteral("Return")},
+        {XKB_KEY_BackSpace, QStringLiteral("Delete")},
+        {XKB_KEY_Left, QStringLiteral("Left")},
+        {XKB_KEY_Right, QStringLiteral("Right")},
+        {XKB_KEY_Up, QStringLiteral("Up")},
+        {XKB_KEY_Down, QStringLiteral("Down")},
+        {XKB_KEY_Control_L, QStringLiteral("Control")},
+        {XKB_KEY_Alt_L, QStringLiteral("Option")},
+        {XKB_KEY_Super_L, QStringLiteral("Command")},
+        {XKB_KEY_XF86AudioRaiseVolume, QStringLiteral("system0")},
+        {XKB_KEY_XF86AudioLowerVolume, QStringLiteral("system1")},
+        {XKB_KEY_XF86MonBrightnessUp, QStringLiteral("system2")},
+        {XKB_KEY_XF86MonBrightnessDown, QStringLiteral("system3")},
+        {XKB_KEY_XF86AudioMute, QStringLiteral("system7")},
+        {XKB_KEY_XF86AudioPlay, QStringLiteral("system16")},
+        {XKB_KEY_XF86AudioNext, QStringLiteral("system17")},
+        {XKB_KEY_XF86AudioPrev, QStringLiteral("system18")},
+        {XKB_KEY_XF86KbdBrightnessUp, QStringLiteral("system21")},
+        {XKB_KEY_XF86KbdBrightnessDown, QStringLiteral("system22")},
+    };
+    return names;
+}
+
+QString modifiersIn(std::uint16_t state) {
+    QStringList names;
+    const std::pair<std::uint16_t, const char*> modifiers[]{{XCB_MOD_MASK_4, "cmd"},
+                                                            {XCB_MOD_MASK_CONTROL, "ctrl"},
+                                                            {XCB_MOD_MASK_1, "option"},
+                                                            {XCB_MOD_MASK_SHIFT, "shift"}};
+    for (const auto& [mask, name] : modifiers) {
+        if ((state & mask) != 0) {
+            names << QString::fromLatin1(name);
+        }
+    }
+    return names.isEmpty() ? QString() : u' ' + names.join(u'+');
+}
+
+bool isModifier(quint32 keysym) {
+    return keysym == XKB_KEY_Control_L || keysym == XKB_KEY_Alt_L || keysym == XKB_KEY_Super_L;
+}
+
+} // namespace
+
+TestXServer::TestXServer() : displayBefore_(qgetenv("DISPLAY")) {
+    if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()) {
+        return;
+    }
+    std::array<int, 2> pipe{};
+    if (::pipe(pipe.data()) != 0) {
+        return;
+    }
+    process_.setStandardErrorFile(QProcess::nullDevice());
+    process_.start(QStringLiteral("Xvfb"),
+                   {QStringLiteral("-screen"), QStringLiteral("0"),
+                    QStringLiteral("%1x%2x24").arg(width).arg(height), QStringLiteral("-nolisten"),
+                    QStringLiteral("tcp"), QStringLiteral("-noreset"), QStringLiteral("-displayfd"),
+                    QString::number(pipe[1])});
+    ::close(pipe[1]);
+    pollfd answer{.fd = pipe[0], .events = POLLIN, .revents = 0};
+    constexpr int patience = 20'000;
+    std::array<char, 32> number{};
+    if (::poll(&answer, 1, patience) == 1 && ::read(pipe[0], number.data(), number.size() - 1) > 0) {
+        qputenv("DISPLAY", ':' + QByteArray(number.data()).trimmed());
+        isThere_ = true;
+    }
+    ::close(pipe[0]);
+}
+
+TestXServer::~TestXServer() {
+    goOn();
+    process_.kill();
+    process_.waitForFinished();
+    qputenv("DISPLAY", displayBefore_);
+}
+
+void TestXServer::stop() {
+    ::kill(static_cast<pid_t>(process_.processId()), SIGSTOP);
+}
+
+void TestXServer::goOn() {
+    if (process_.processId() > 0) {
+        ::kill(static_cast<pid_t>(process_.processId()), SIGCONT);
+    }
+}
+
+QString TestXServer::run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+/// The connection of the witness, which its thread alone uses once it runs.
+class X11Witness::Window {
+public:
+    Window();
+    ~Window();
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    void readLayout();
+    [[nodiscard]] quint32 keysymOf(const xcb_key_press_event_t& event) const;
+    void answer(const xcb_client_message_event_t& message) const;
+
+    xcb_connection_t* connection = nullptr;
+    xcb_window_t window = 0;
+    xcb_window_t root = 0;
+    quint8 firstXkbEvent = 0;
+    QPoint place;
+
+private:
+    void show();
+
+    xkb_context* context_ = nullptr;
+    xkb_keymap* keymap_ = nullptr;
+    xkb_state* state_ = nullptr;
+    xcb_atom_t protocols_ = 0;
+    xcb_atom_t ping_ = 0;
+};
+
+X11Witness::Window::Window() : context_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
+    connection = xcb_connect(nullptr, nullptr);
+    xkb_x11_setup_xkb_extension(connection, 1, 0, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr,
+                                &firstXkbEvent, nullptr);
+    root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    protocols_ = x11Atom(connection, "WM_PROTOCOLS");
+    ping_ = x11Atom(connection, "_NET_WM_PING");
+    constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, 0xff, 0xff, nullptr);
+    show();
+    readLayout();
+}
+
+void X11Witness::Window::show() {
+    window = xcb_generate_id(connection);
+    const std::array<quint32, 2> values{1, XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                               XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                               XCB_EVENT_MASK_POINTER_MOTION};
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, root, 0, 0, width, height, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, protocols_, XCB_ATOM_ATOM, 32, 1, &ping_);
+    xcb_map_window(connection, window);
+    xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    const auto pointer = replyOf(xcb_query_pointer_reply, connection, xcb_query_pointer(connection, root));
+    place = QPoint(pointer->root_x, pointer->root_y);
+}
+
+X11Witness::Window::~Window() {
+    xkb_state_unref(state_);
+    xkb_keymap_unref(keymap_);
+    xkb_context_unref(context_);
+    xcb_disconnect(connection);
+}
+
+void X11Witness::Window::readLayout() {
+    xkb_state_unref(state_);
+    xkb_keymap_unref(keymap_);
+    keymap_ = xkb_x11_keymap_new_from_device(
+        context_, connection, xkb_x11_get_core_keyboard_device_id(connection), XKB_KEYMAP_COMPILE_NO_FLAGS);
+    state_ = keymap_ != nullptr ? xkb_state_new(keymap_) : nullptr;
+}
+
+quint32 X11Witness::Window::keysymOf(const xcb_key_press_event_t& event) const {
+    constexpr unsigned modifiers = 0xff;
+    constexpr unsigned groupShift = 13;
+    constexpr unsigned groups = 3;
+    xkb_state_update_mask(state_, event.state & modifiers, 0, 0, 0, 0, (event.state >> groupShift) & groups);
+    return xkb_state_key_get_one_sym(state_, event.detail);
+}
+
+void X11Witness::Window::answer(const xcb_client_message_event_t& message) const {
+    if (message.type == protocols_ && message.data.data32[0] == ping_) {
+        auto reply = message;
+        reply.response_type = XCB_CLIENT_MESSAGE;
+        reply.window = root;
+        xcb_send_event(connection, 0, root,
+                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char*>(&reply));
+        xcb_flush(connection);
+    }
+}
+
+X11Witness::X11Witness()
+    : window_(std::make_unique<Window>()), thread_([this](const std::stop_token& stop) { run(stop); }) {}
+
+X11Witness::~X11Witness() {
+    thread_.request_stop();
+    thread_.join();
+}
+
+void X11Witness::run(const std::stop_token& stop) {
+    while (!stop.stop_requested() && xcb_connection_has_error(window_->connection) == 0) {
+        const XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(window_->connection));
+        if (!event) {
+            pollfd more{.fd = xcb_get_file_descriptor(window_->connection), .events = POLLIN, .revents = 0};
+            ::poll(&more, 1, 20);
+            continue;
+        }
+        const quint8 type = event->response_type & 0x7f;
+        if (type == window_->firstXkbEvent) {
+            window_->readLayout();
+        } else if (type == XCB_CLIENT_MESSAGE) {
+            window_->answer(reinterpret_cast<const xcb_client_message_event_t&>(*event));
+        } else if (type == XCB_MOTION_NOTIFY) {
+            const auto& motion = reinterpret_cast<const xcb_motion_notify_event_t&>(*event);
+            const QPoint place(motion.root_x, motion.root_y);
+            addMove(place - std::exchange(window_->place, place));
+        } else if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE) {
+            const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*event);
+            const auto* which = button.detail == 1 ? "left" : button.detail == 3 ? "right" : "other";
+            add((type == XCB_BUTTON_PRESS ? QStringLiteral("press ") : QStringLiteral("release ")) +
+                QString::fromLatin1(which));
+        } else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
+            const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
+            const auto keysym = window_->keysymOf(key);
+            const auto name = namesOfKeys().find(keysym);
+            if (name != namesOfKeys().end()) {
+                add((type == XCB_KEY_PRESS ? QStringLiteral("down ") : QStringLiteral("up ")) + name->second +
+                    (isModifier(keysym) ? QString() : modifiersIn(key.state)));
+            } else if (const auto character = xkb_keysym_to_utf32(keysym);
+                       type == XCB_KEY_PRESS && character != 0) {
+                addText(QString::fromUcs4(reinterpret_cast<const char32_t*>(&character), 1));
+            }
+        }
+    }
+}
+
+void X11Witness::add(const QString& line) {
+    const std::scoped_lock lock(mutex_);
+    lines_ << line;
+    moved_ = {};
+}
+
+void X11Witness::addText(const QString& text) {
+    const std::scoped_lock lock(mutex_);
+    if (!lines_.isEmpty() && lines_.last().startsWith(QStringLiteral("text "))) {
+        lines_.last() += text;
+    } else {
+        lines_ << QStringLiteral("text ") + text;
+    }
+    moved_ = {};
+}
+
+void X11Witness::addMove(QPoint by) {
+    const std::scoped_lock lock(mutex_);
+    if (!moved_.isNull()) {
+        lines_.removeLast();
+    }
+    moved_ += by;
+    if (!moved_.isNull()) {
+        lines_ << QStringLiteral("by %1 %2").arg(moved_.x()).arg(moved_.y());
+    }
+}
+
+QStringList X11Witness::seenUntil(const QString& end) {
+    constexpr qint64 patience = 10'000;
+    QElapsedTimer sinceNews;
+    sinceNews.start();
+    QStringList before;
+    for (;;) {
+        {
+            const std::scoped_lock lock(mutex_);
+            if (!lines_.isEmpty() && lines_.last() == end) {
+                return lines_;
+            }
+            if (lines_ != before) {
+                before = lines_;
+                sinceNews.restart();
+            }
+        }
+        if (sinceNews.elapsed() > patience) {
+            return before;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
+} // namespace brenvale

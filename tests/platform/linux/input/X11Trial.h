@@ -1,0 +1,66 @@
+#pragma once
+
+#include "EventPosterContract.h"
+
+#include <QProcess>
+#include <QTemporaryFile>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+struct xcb_connection_t;
+
+namespace brenvale {
+
+/// An X server of its own that draws nowhere, and is stopped and gone on with at will.
+class TestXServer {
+public:
+    TestXServer();
+    TestXServer(const TestXServer&) = delete;
+    TestXServer& operator=(const TestXServer&) = delete;
+    ~TestXServer();
+
+    /// Whether this machine has one and it came up. DISPLAY then names it.
+    [[nodiscard]] bool isThere() const { return isThere_; }
+    void stop();
+    void goOn();
+    void kill() { process_.kill(); }
+
+    /// Runs a program of X11 to its end and gives what it wrote.
+    [[nodiscard]] static QString run(const QString& program, const QStringList& arguments);
+
+private:
+    QProcess process_;
+    QByteArray displayBefore_;
+    bool isThere_ = false;
+};
+
+/// A program that has the keyboard and writes down what comes, by the layout as it is when the key is read.
+class X11Witness {
+public:
+    X11Witness();
+    X11Witness(const X11Witness&) = delete;
+    X11Witness& operator=(const X11Witness&) = delete;
+    ~X11Witness();
+
+    [[nodiscard]] QStringList seenUntil(const QString& end);
+
+private:
+    class Window;
+
+    void run(const std::stop_token& stop);
+    void add(const QString& line);
+    void addText(const QString& text);
+    void addMove(QPoint by);
+
+    std::unique_ptr<Window> window_;
+    std::mutex mutex_;
+    QStringList lines_; ///< guarded by mutex_
+    QPoint moved_;      ///< what the last line sums up; guarded by mutex_
+    std::jthread thread_;
+};
+
+} // namespace brenvale
