@@ -8,6 +8,8 @@
 #include <cstring>
 #include <vector>
 
+#include <QRandomGenerator>
+
 namespace brenvale {
 
 namespace {
@@ -15,9 +17,9 @@ namespace {
 constexpr auto propertyName = "_BRENVALE_SPARE_KEYS";
 constexpr quint8 wordSize = 32;
 
-// The words of the property: a window of whoever wrote it, the group before and the one that was locked
-// instead, then pairs of a keycode and its keysym.
-constexpr std::size_t headLength = 3;
+// The words of the property: a window of whoever wrote it and the number that it bears, the group before and
+// the one that was locked instead, then pairs of a keycode and its keysym.
+constexpr std::size_t headLength = 4;
 
 } // namespace
 
@@ -26,12 +28,13 @@ X11SpareKeys::X11SpareKeys(X11Display& display, X11Layout& layout)
       layout_(layout),
       meanings_(display),
       owner_(xcb_generate_id(display.connection())),
+      mark_(QRandomGenerator::global()->generate()),
       atom_(x11Atom(display.connection(), propertyName)) {
     xcb_create_window(display_.connection(), XCB_COPY_FROM_PARENT, owner_, display_.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    // The number may later be that of another program's window, which then has no such property.
-    xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, owner_, atom_, XCB_ATOM_WINDOW,
-                        wordSize, 1, &owner_);
+    // The server gives the numbers of windows that are gone to others.
+    xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, owner_, atom_, XCB_ATOM_CARDINAL,
+                        wordSize, 1, &mark_);
 }
 
 std::size_t X11SpareKeys::capacity() {
@@ -55,46 +58,38 @@ bool X11SpareKeys::wouldTakeUsed(std::span<const quint32> keysyms) {
     return static_cast<std::size_t>(missing) > meanings_.unused().size() && !used_.empty();
 }
 
-void X11SpareKeys::takeUnneeded(std::span<const quint32> keysyms, std::size_t missing) {
-    for (auto entry = lent_.begin(); entry != lent_.end() && missing > 0;) {
+/// Takes `count` keycodes that none of `keysyms` has.
+void X11SpareKeys::takeUnneeded(std::span<const quint32> keysyms, std::size_t count,
+                                std::vector<quint8>& taken) {
+    for (auto entry = lent_.begin(); entry != lent_.end() && count > 0;) {
         if (std::ranges::find(keysyms, entry->first) != keysyms.end()) {
             ++entry;
             continue;
         }
+        taken.push_back(entry->second);
         entry = lent_.erase(entry);
-        --missing;
+        --count;
     }
 }
 
 void X11SpareKeys::lend(std::span<const quint32> keysyms) {
     forgetLost();
     auto free = meanings_.unused();
+    const auto before = lent_;
     std::vector<quint32> missing;
     std::ranges::copy_if(keysyms, std::back_inserter(missing),
                          [this](quint32 keysym) { return !isLent(keysym); });
     if (missing.size() > free.size()) {
-        std::vector<quint8> before;
-        std::ranges::transform(lent_, std::back_inserter(before),
-                               [](const auto& entry) { return entry.second; });
-        takeUnneeded(keysyms, missing.size() - free.size());
-        for (const auto keycode : before) {
-            if (std::ranges::none_of(lent_,
-                                     [keycode](const auto& entry) { return entry.second == keycode; })) {
-                free.push_back(keycode);
-            }
-        }
+        takeUnneeded(keysyms, missing.size() - free.size(), free);
     }
-    std::map<quint32, quint8> added;
-    for (std::size_t index = 0; index < missing.size() && index < free.size(); ++index) {
-        added.emplace(missing[index], free[index]);
-    }
-    lent_.insert(added.begin(), added.end());
-    writeProperty(); // before the change: what is noted too much does no harm
     std::map<quint8, quint32> changes;
-    for (const auto& [keysym, keycode] : added) {
-        changes.emplace(keycode, keysym);
+    for (std::size_t index = 0; index < missing.size() && index < free.size(); ++index) {
+        changes.emplace(free[index], missing[index]);
+        lent_.emplace(missing[index], free[index]);
     }
+    writeProperty(before); // in between, each key has the one meaning or the other
     meanings_.set(changes);
+    writeProperty();
 }
 
 void X11SpareKeys::noteUse(quint8 keycode) {
@@ -122,25 +117,27 @@ void X11SpareKeys::noteGroup(int before, int ours) {
     writeProperty();
 }
 
-void X11SpareKeys::writeProperty() const {
-    if (lent_.empty() && groupBefore_ == groupOfOurs_) {
+void X11SpareKeys::writeProperty(const std::map<quint32, quint8>& alsoLent) const {
+    if (lent_.empty() && alsoLent.empty() && groupBefore_ == groupOfOurs_) {
         xcb_delete_property(display_.connection(), display_.root(), atom_);
         return;
     }
-    std::vector<quint32> words{owner_, static_cast<quint32>(groupBefore_),
+    std::vector<quint32> words{owner_, mark_, static_cast<quint32>(groupBefore_),
                                static_cast<quint32>(groupOfOurs_)};
-    for (const auto& [keysym, keycode] : lent_) {
-        words.push_back(keycode);
-        words.push_back(keysym);
+    for (const auto* lent : {&lent_, &alsoLent}) {
+        for (const auto& [keysym, keycode] : *lent) {
+            words.push_back(keycode);
+            words.push_back(keysym);
+        }
     }
     xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, display_.root(), atom_,
                         XCB_ATOM_CARDINAL, wordSize, static_cast<quint32>(words.size()), words.data());
 }
 
-std::vector<quint32> X11SpareKeys::readProperty() const {
-    constexpr quint32 longest = headLength + std::size_t{2} * 256;
+std::vector<quint32> X11SpareKeys::readProperty(xcb_window_t window) const {
+    constexpr quint32 longest = headLength + std::size_t{4} * 256;
     const auto cookie =
-        xcb_get_property(display_.connection(), 0, display_.root(), atom_, XCB_ATOM_CARDINAL, 0, longest);
+        xcb_get_property(display_.connection(), 0, window, atom_, XCB_ATOM_CARDINAL, 0, longest);
     const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);
     if (!reply || reply->format != wordSize) {
         return {};
@@ -150,16 +147,20 @@ std::vector<quint32> X11SpareKeys::readProperty() const {
     return words;
 }
 
-bool X11SpareKeys::isAlive(xcb_window_t owner) const {
-    const auto cookie = xcb_get_property(display_.connection(), 0, owner, atom_, XCB_ATOM_WINDOW, 0, 1);
-    const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);
-    return reply && reply->value_len == 1;
+bool X11SpareKeys::isAlive(xcb_window_t owner, quint32 mark) const {
+    const auto words = readProperty(owner);
+    return !words.empty() && words[0] == mark;
+}
+
+bool X11SpareKeys::isInOtherHands() const {
+    const auto words = readProperty(display_.root());
+    return words.size() >= headLength && isAlive(words[0], words[1]);
 }
 
 void X11SpareKeys::mend() {
-    const auto words = readProperty();
-    if (words.size() < headLength || isAlive(words[0])) {
-        return;
+    const auto words = readProperty(display_.root());
+    if (words.size() < headLength || isAlive(words[0], words[1])) {
+        return; // another one that runs puts its keys right itself
     }
     std::map<quint8, quint32> changes;
     for (std::size_t index = headLength; index + 1 < words.size(); index += 2) {
@@ -170,8 +171,8 @@ void X11SpareKeys::mend() {
     }
     meanings_.set(changes);
     const auto state = display_.keyboardState();
-    if (words[1] != words[2] && state && static_cast<quint32>(state->lockedGroup) == words[2]) {
-        display_.lockGroup(static_cast<int>(words[1]));
+    if (words[2] != words[3] && state && static_cast<quint32>(state->lockedGroup) == words[3]) {
+        display_.lockGroup(static_cast<int>(words[2]));
     }
     writeProperty();
     display_.flush();

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 #include <span>
+#include <vector>
 
 namespace brenvale {
 
@@ -15,6 +16,9 @@ namespace brenvale {
 class X11SpareKeys {
 public:
     X11SpareKeys(X11Display& display, X11Layout& layout);
+
+    /// Whether another process that runs has lent keys, or has changed the group.
+    [[nodiscard]] bool isInOtherHands() const;
 
     /// Takes back what a process that is gone has left.
     void mend();
@@ -47,15 +51,16 @@ public:
 private:
     [[nodiscard]] bool isStillOurs(quint32 keysym, quint8 keycode);
     void forgetLost();
-    void takeUnneeded(std::span<const quint32> keysyms, std::size_t missing);
-    void writeProperty() const;
-    [[nodiscard]] std::vector<quint32> readProperty() const;
-    [[nodiscard]] bool isAlive(xcb_window_t owner) const;
+    void takeUnneeded(std::span<const quint32> keysyms, std::size_t count, std::vector<quint8>& taken);
+    void writeProperty(const std::map<quint32, quint8>& alsoLent = {}) const;
+    [[nodiscard]] std::vector<quint32> readProperty(xcb_window_t window) const;
+    [[nodiscard]] bool isAlive(xcb_window_t owner, quint32 mark) const;
 
     X11Display& display_;
     X11Layout& layout_;
     X11KeyMeanings meanings_;
     xcb_window_t owner_ = XCB_WINDOW_NONE; ///< lives as long as the connection does
+    quint32 mark_ = 0;                     ///< which of all processes that had such a window
     xcb_atom_t atom_ = XCB_ATOM_NONE;
     std::map<quint32, quint8> lent_; ///< keycodes by keysym
     std::set<quint8> used_;

@@ -29,6 +29,11 @@ X11Worker::X11Worker(PostedEvents& events, X11Display& display)
               [this](const auto& isDone, milliseconds limit) { return wait(isDone, limit); }) {}
 
 void X11Worker::run() {
+    // The server may not have noticed yet that one is gone which was killed a moment ago.
+    constexpr milliseconds noticing{200};
+    if (spareKeys_.isInOtherHands()) {
+        wait([] { return false; }, noticing);
+    }
     spareKeys_.mend();
     while (goesOn()) {
         events_.acknowledge();

@@ -284,6 +284,11 @@ void X11Witness::addMove(QPoint by) {
     }
 }
 
+QStringList X11Witness::lines() {
+    const std::scoped_lock lock(mutex_);
+    return lines_;
+}
+
 QStringList X11Witness::seenUntil(const QString& end) {
     constexpr qint64 patience = 10'000;
     QElapsedTimer sinceNews;

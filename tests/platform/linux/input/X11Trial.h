@@ -47,6 +47,7 @@ public:
     ~X11Witness();
 
     [[nodiscard]] QStringList seenUntil(const QString& end);
+    [[nodiscard]] QStringList lines();
 
 private:
     class Window;
