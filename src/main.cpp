@@ -1,5 +1,6 @@
 #include "calls/CallNotification.h"
 #include "calls/QmlCallPanel.h"
+#include "calls/QmlSurfacePanel.h"
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
@@ -11,6 +12,7 @@
 #include "platform/linux/WindowActivation.h"
 #include "platform/linux/panels/DBusActionNotification.h"
 #include "platform/linux/panels/FloatingWindow.h"
+#include "platform/linux/panels/LayerShellSurface.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
 #include "shell/SettingsView.h"
@@ -57,24 +59,28 @@ std::unique_ptr<brenvale::MainWindow> makeMainWindow(brenvale::SettingsView& vie
 
 /// The panel of a call in the way that this desktop has for it; `view` is the QML type of its contents.
 template <typename Banner>
-std::unique_ptr<brenvale::FloatingPanel> makeCallPanel(const QString& view, Banner& banner) {
+std::unique_ptr<brenvale::FloatingPanel> makeCallPanel(const QString& view, Banner& banner,
+                                                       bool hasLayerShell) {
     using namespace brenvale;
     if (canFloatWindows()) {
         return std::make_unique<QmlCallPanel>(
             view, banner, QmlCallPanel::Floating{.prepare = makeFloating, .isTranslucent = hasCompositor()});
     }
+    if (hasLayerShell && QGuiApplication::platformName().startsWith(u"wayland")) {
+        return std::make_unique<QmlSurfacePanel>(view, banner, std::make_unique<LayerShellSurface>());
+    }
     return std::make_unique<CallNotification>(banner, std::make_unique<DBusActionNotification>());
 }
 
-brenvale::CallWindows::MakePanels callPanelMakers() {
+brenvale::CallWindows::MakePanels callPanelMakers(bool hasLayerShell) {
     using namespace brenvale;
     return {.incoming =
-                [](IncomingCallBanner& banner) {
-                    return makeCallPanel(QStringLiteral("IncomingCallBanner"), banner);
+                [hasLayerShell](IncomingCallBanner& banner) {
+                    return makeCallPanel(QStringLiteral("IncomingCallBanner"), banner, hasLayerShell);
                 },
             .active =
-                [](ActiveCallBanner& banner) {
-                    return makeCallPanel(QStringLiteral("ActiveCallBanner"), banner);
+                [hasLayerShell](ActiveCallBanner& banner) {
+                    return makeCallPanel(QStringLiteral("ActiveCallBanner"), banner, hasLayerShell);
                 }};
 }
 
@@ -104,7 +110,7 @@ int main(int argc, char* argv[]) {
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
     AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(), makeMainWindow,
-                         callPanelMakers());
+                         callPanelMakers(display.hasLayerShell));
     mainQueue.async([&delegate, &files] {
         delegate.applicationDidFinishLaunching();
         delegate.handleSendToAndroidService(files);

@@ -27,20 +27,24 @@ constexpr std::chrono::seconds patience{3};
 struct Answer {
     bool isAlive = false;
     bool takesEvents = false;
+    bool hasLayerShell = false;
 };
 
 void discard(const char* /*format*/, va_list /*arguments*/) {}
 
-struct VirtualInput {
+/// What a compositor offers to programs like us.
+struct Services {
     bool hasKeyboard = false;
     bool hasPointer = false;
+    bool hasLayerShell = false;
 };
 
 void globalAnnounced(void* data, wl_registry* /*registry*/, std::uint32_t /*name*/, const char* interface,
                      std::uint32_t /*version*/) {
-    auto& input = *static_cast<VirtualInput*>(data);
-    input.hasKeyboard |= std::string_view(interface) == "zwp_virtual_keyboard_manager_v1";
-    input.hasPointer |= std::string_view(interface) == "zwlr_virtual_pointer_manager_v1";
+    auto& services = *static_cast<Services*>(data);
+    services.hasKeyboard |= std::string_view(interface) == "zwp_virtual_keyboard_manager_v1";
+    services.hasPointer |= std::string_view(interface) == "zwlr_virtual_pointer_manager_v1";
+    services.hasLayerShell |= std::string_view(interface) == "zwlr_layer_shell_v1";
 }
 
 void globalRemoved(void* /*data*/, wl_registry* /*registry*/, std::uint32_t /*name*/) {}
@@ -63,13 +67,15 @@ Answer askWayland() {
         return {};
     }
     static constexpr wl_registry_listener listener{.global = globalAnnounced, .global_remove = globalRemoved};
-    VirtualInput input;
+    Services services;
     auto* registry = wl_display_get_registry(display);
-    wl_registry_add_listener(registry, &listener, &input);
+    wl_registry_add_listener(registry, &listener, &services);
     const bool isAlive = wl_display_roundtrip(display) >= 0;
     wl_registry_destroy(registry);
     wl_display_disconnect(display);
-    return {.isAlive = isAlive, .takesEvents = input.hasKeyboard && input.hasPointer};
+    return {.isAlive = isAlive,
+            .takesEvents = services.hasKeyboard && services.hasPointer,
+            .hasLayerShell = services.hasLayerShell};
 }
 
 Answer askX11() {
@@ -115,7 +121,10 @@ Display chooseDisplay() {
     });
     qputenv(platformVariable, platforms.join(';'));
     if (wayland.isAlive) { // its X11 display reaches X11 programs alone
-        return {.kind = Display::Kind::wayland, .takesEvents = wayland.takesEvents, .userChoice = chosen};
+        return {.kind = Display::Kind::wayland,
+                .takesEvents = wayland.takesEvents,
+                .hasLayerShell = wayland.hasLayerShell,
+                .userChoice = chosen};
     }
     return {.kind = x11.isAlive ? Display::Kind::x11 : Display::Kind::none,
             .takesEvents = x11.takesEvents,

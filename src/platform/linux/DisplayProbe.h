@@ -9,8 +9,9 @@ struct Display {
     enum class Kind : signed char { none, x11, wayland };
 
     Kind kind = Kind::none;
-    bool takesEvents = false; ///< X11: XTEST; Wayland: the virtual keyboard and pointer of wlroots
-    QByteArray userChoice;    ///< QT_QPA_PLATFORM as the user set it
+    bool takesEvents = false;   ///< X11: XTEST; Wayland: the virtual keyboard and pointer of wlroots
+    bool hasLayerShell = false; ///< Wayland: a surface can float above windows
+    QByteArray userChoice;      ///< QT_QPA_PLATFORM as the user set it
 };
 
 /// Makes Qt use a display that answers, and work without one where none does: a display that is named but
