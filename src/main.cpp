@@ -4,9 +4,12 @@
 #include "link/LinkQueue.h"
 #include "link/TcpListener.h"
 #include "link/WebSocketServer.h"
+#include "platform/LastSteps.h"
 #include "platform/MainQueue.h"
+#include "platform/linux/BusProbe.h"
 #include "platform/linux/DBusApplication.h"
 #include "platform/linux/DisplayProbe.h"
+#include "platform/linux/EndSignals.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
 #include "platform/linux/WindowActivation.h"
@@ -20,6 +23,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QProcessEnvironment>
 
 #include <cstdio>
 #include <cstdlib>
@@ -90,6 +94,8 @@ int main(int argc, char* argv[]) {
     using namespace brenvale;
 
     setUpProcess();
+    const auto environment = QProcessEnvironment::systemEnvironment();
+    leaveOutSilentBuses();
     const auto display = chooseDisplay();
     const QApplication application(argc, argv);
     restoreEnvironment(display);
@@ -97,6 +103,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationVersion(QStringLiteral(BRENVALE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+    QApplication::setQuitLockEnabled(false); // what a plugin of the desktop has finished ends nothing here
     const auto files = filesToSend(application);
     DBusApplication instance;
     if (!instance.claim()) {
@@ -104,8 +111,10 @@ int main(int argc, char* argv[]) {
     }
 
     MainQueue mainQueue;
-    LinuxPlatform platform(mainQueue, display);
-    LinkQueue linkQueue; // ends before all that its steps may use
+    LinuxPlatform platform(mainQueue, display, environment);
+    runLastStepsBeforeEndSignals();
+    (void)std::atexit(runLastSteps); // so does the toolkit end the process when the display is gone
+    LinkQueue linkQueue;             // ends before all that its steps may use
     TcpTransport transport(linkQueue);
     WebSocketServer::setShared(
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
@@ -129,5 +138,6 @@ int main(int argc, char* argv[]) {
     DBusApplication::release();
     platform.saveBeforeEnd();
     // The system tears everything down: a step on the link's queue may take as long as it likes.
+    runLastSteps();
     std::_Exit(status);
 }

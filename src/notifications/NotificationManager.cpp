@@ -15,8 +15,9 @@ namespace brenvale {
 
 namespace {
 
-QString requestIdentifier(const NotifPayload& payload, const QString& bodyKey) {
-    return payload.key.value_or(payload.app + u':' + payload.title + u':' + bodyKey);
+RequestIdentifier requestIdentifier(const NotifPayload& payload, const QString& bodyKey) {
+    return payload.key ? RequestIdentifier(*payload.key)
+                       : RequestIdentifier::joined({payload.app, payload.title, bodyKey});
 }
 
 /// `progress` in whole percent, the fraction dropped.

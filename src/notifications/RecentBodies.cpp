@@ -1,5 +1,7 @@
 #include "notifications/RecentBodies.h"
 
+#include <algorithm>
+
 namespace brenvale {
 
 namespace {
@@ -25,33 +27,19 @@ QString RecentBodies::bodyKey(const QString& body) {
     return key.size() == body.size() ? body : key.toString();
 }
 
-std::optional<QString> RecentBodies::repeatedIdentifier(const QString& bodyKey, double now) const {
-    const auto found = byBody_.find(bodyKey);
-    if (found == byBody_.end() || now - (*found)->first >= dedupWindow) {
+std::optional<RequestIdentifier> RecentBodies::repeatedIdentifier(const QString& bodyKey, double now) const {
+    const auto post = std::ranges::find(posts_, textDigest({bodyKey}), &Post::body);
+    if (post == posts_.end() || now - post->date >= dedupWindow) {
         return {};
     }
-    return (*found)->second.identifier;
+    return post->identifier;
 }
 
-void RecentBodies::remember(const QString& bodyKey, const QString& identifier, double now) {
-    if (const auto found = byBody_.find(bodyKey); found != byBody_.end()) {
-        entries_.erase(*found);
-        byBody_.erase(found);
-    }
-    byBody_.insert(bodyKey, entries_.emplace_hint(entries_.end(), now, Entry{bodyKey, identifier}));
-    forgetOld(now);
-}
-
-void RecentBodies::forgetOld(double now) {
-    while (!entries_.empty()) {
-        const double limit = size() > floodSize ? dedupWindow : retention;
-        const auto oldest = entries_.begin();
-        if (now - oldest->first < limit) {
-            return;
-        }
-        byBody_.remove(oldest->second.bodyKey);
-        entries_.erase(oldest);
-    }
+void RecentBodies::remember(const QString& bodyKey, const RequestIdentifier& identifier, double now) {
+    const auto body = textDigest({bodyKey});
+    const double limit = size() >= floodSize ? dedupWindow : retention;
+    std::erase_if(posts_, [&](const Post& post) { return post.body == body || now - post.date >= limit; });
+    posts_.push_back({.body = body, .identifier = identifier, .date = now});
 }
 
 } // namespace brenvale

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QHash>
-#include <QString>
+#include "platform/RequestIdentifier.h"
 
-#include <map>
 #include <optional>
+#include <vector>
 
 namespace brenvale {
 
@@ -20,24 +19,22 @@ public:
     [[nodiscard]] static QString bodyKey(const QString& body);
 
     /// The identifier of the last post of this body, if that is less than `dedupWindow` ago.
-    [[nodiscard]] std::optional<QString> repeatedIdentifier(const QString& bodyKey, double now) const;
+    [[nodiscard]] std::optional<RequestIdentifier> repeatedIdentifier(const QString& bodyKey,
+                                                                      double now) const;
 
     /// Remembers a post and forgets those that are older than `retention`.
-    void remember(const QString& bodyKey, const QString& identifier, double now);
+    void remember(const QString& bodyKey, const RequestIdentifier& identifier, double now);
 
-    [[nodiscard]] qsizetype size() const { return byBody_.size(); }
+    [[nodiscard]] qsizetype size() const { return std::ssize(posts_); }
 
 private:
-    struct Entry {
-        QString bodyKey;
-        QString identifier;
+    struct Post {
+        TextDigest body; ///< of the key: bodies may be long
+        RequestIdentifier identifier;
+        double date = 0;
     };
-    using Entries = std::multimap<double, Entry>;
 
-    void forgetOld(double now);
-
-    Entries entries_; ///< by the time of the post: it may be ahead, where the clock was set back
-    QHash<QString, Entries::iterator> byBody_;
+    std::vector<Post> posts_; ///< one for each body
 };
 
 } // namespace brenvale

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/RequestIdentifier.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -22,7 +24,7 @@ struct NotificationContent {
 /// A notification to show at once. A request whose identifier is still on show replaces that notification in
 /// place.
 struct NotificationRequest {
-    QString identifier;
+    RequestIdentifier identifier;
     NotificationContent content;
 };
 
@@ -104,10 +106,10 @@ public:
     virtual void add(NotificationRequest request, Completion completion) = 0;
 
     /// Takes away those of the notifications that are on show.
-    virtual void removeDelivered(const QStringList& identifiers) = 0;
+    virtual void removeDelivered(const QList<RequestIdentifier>& identifiers) = 0;
 
     /// Drops those of the requests that the service has not been given yet. Their completions get no error.
-    virtual void removePending(const QStringList& identifiers) = 0;
+    virtual void removePending(const QList<RequestIdentifier>& identifiers) = 0;
 };
 
 } // namespace brenvale

@@ -1,5 +1,6 @@
 """One instance on a session bus, and how other programs reach it."""
 import json
+import os
 import pathlib
 import subprocess
 import urllib.parse
@@ -57,6 +58,18 @@ class SingleInstanceTest(ApplicationTest):
         self.start()
 
 
+class EndTest(ApplicationTest):
+    def test_a_plugin_that_locked_the_event_loop_and_lets_go_ends_nothing(self):
+        self.program.stop()
+        plugins = os.environ.get('BRENVALE_TEST_PLUGINS') or pathlib.Path(PROGRAM).parent.parent / 'test-plugins'
+        env = self.desk.env | {'QT_PLUGIN_PATH': str(plugins), 'QT_QPA_GENERIC_PLUGINS': 'desktop-lockers'}
+        program = self.start(env=env)
+        wait_until(lambda: program.error_text() == 'the event loop was unlocked\n', 'the plugin')
+        program.wait_at_rest()
+        self.assertIsNone(program.process.poll())
+        self.connect(program).ping()
+
+
 class InterfaceTest(ApplicationTest):
     def test_activate_opens_the_window(self):
         self.call('Activate', signature='a{sv}')
@@ -106,8 +119,19 @@ class InterfaceTest(ApplicationTest):
         self.program.wait_for_line(r'\[AppDelegate\] Service triggered for file: ünï 2\.txt')
         self.wait_for_window()
 
+    def test_a_file_of_localhost_is_a_file_like_any_other(self):
+        phone = self.connect(self.program)
+        path = self.make_file('a.txt')
+        self.call('Open', [f'file://localhost{path}'], signature='asa{sv}')
+        self.assertEqual(phone.read_json(), {'action': 'file_transfer_start', 'fileName': 'a.txt', 'fileSize': 8})
+        self.wait_for_window()
+
+    def test_a_folder_is_named_by_its_last_component(self):
+        self.call('Open', [f'file://{self.desk.root}/home/'], signature='asa{sv}')
+        self.program.wait_for_line(r'\[AppDelegate\] Service triggered for file: home')
+
     def test_open_without_a_file_does_nothing(self):
-        for uris in ([], ['https://example.org/a.txt'], ['plain text']):
+        for uris in ([], ['https://example.org/a.txt'], ['plain text'], ['file://another.example/etc/hostname']):
             self.call('Open', dbus.Array(uris, signature='s'), signature='asa{sv}')
         self.program.wait_at_rest()
         self.assertEqual(self.window(), '')

@@ -1,12 +1,13 @@
 """The log: which lines stand on standard output, and that nothing else does."""
 import os
+import pty
 import re
 import signal
 import socket
 import subprocess
 
-from brenvale_desk import DeskTest, Program, main, wait_until
-from raw_client import BINARY, TEXT
+from brenvale_desk import DeskTest, Program, Recorder, main, wait_until
+from raw_client import BINARY, TEXT, RawClient
 
 # Every line that the program may print, by component.
 DESCRIBED = [
@@ -181,6 +182,73 @@ class LogTest(DeskTest):
         for _ in range(3):
             self.connect(program).ping()
         self.assertIsNone(program.process.poll())
+
+    def flood(self, phone, count):
+        """Messages that bring one line each."""
+        for _ in range(count // 1000):
+            phone.socket.sendall(phone.frame(TEXT, b'{}') * 1000)
+            phone.ping()
+
+    def test_a_reader_that_stops_stops_nothing_and_gets_the_lines_later(self):
+        self.recorder = Recorder(self.desk)
+        program = Program(self.desk, stdout=subprocess.PIPE).wait_listening()
+        self.addCleanup(program.process.stdout.close)
+        phone = RawClient(program.port)
+        self.addCleanup(phone.socket.close)
+        phone.open()
+        self.flood(phone, 20_000)
+        phone.send_json(app='Mail', title='Ann', body='Hello')
+        self.assertEqual(self.recorder.wait_for(1)[0]['summary'], 'Mail')
+        phone.socket.close()
+        program.process.send_signal(signal.SIGTERM)
+        text = program.process.stdout.read().decode()
+        self.assertEqual(program.process.wait(10), -signal.SIGTERM)
+        received = re.findall(r'Received complete message of 2 bytes', text)
+        self.assertEqual(len(received), 20_000)
+        self.assertIn('Receive error from', text.splitlines()[-3])
+
+    def test_more_than_the_bound_loses_the_oldest_and_says_how_many(self):
+        program = Program(self.desk, stdout=subprocess.PIPE).wait_listening()
+        self.addCleanup(program.process.stdout.close)
+        phone = RawClient(program.port)
+        self.addCleanup(phone.socket.close)
+        phone.open()
+        self.flood(phone, 100_000)
+        phone.send_text('not JSON')
+        phone.ping()
+        program.process.send_signal(signal.SIGTERM)
+        lines = program.process.stdout.read().decode().splitlines()
+        left_out = [int(count) for line in lines
+                    for count in re.findall(r'^\[Log\] (\d+) lines were not read in time and are left out$', line)]
+        self.assertEqual(len(left_out), 1)
+        # All the others are there: those of the connection, one for each message, and one for what is no JSON.
+        before = next(place for place, line in enumerate(lines) if 'Received complete message' in line)
+        self.assertEqual(len(lines) - 1 + left_out[0], before + 100_000 + 2)
+        self.assertRegex(lines[-1], 'JSON parsing failed')
+
+    def test_a_stopped_terminal_stops_nothing(self):
+        ours, its = pty.openpty()
+        self.addCleanup(os.close, ours)
+        program = Program(self.desk, stdout=its).wait_listening()
+        os.close(its)
+        phone = self.connect(program)
+        os.write(ours, b'\x13')  # Ctrl-S
+        self.flood(phone, 2000)
+        os.write(ours, b'\x11')  # Ctrl-Q
+        seen = b''
+        while seen.count(b'Received complete message of 2 bytes') < 2000:
+            seen += os.read(ours, 1 << 16)
+        self.assertEqual(phone.ping(), [])
+
+    def test_a_reader_that_never_reads_again_does_not_keep_the_program(self):
+        program = Program(self.desk, stdout=subprocess.PIPE).wait_listening()
+        self.addCleanup(program.process.stdout.close)
+        phone = RawClient(program.port)
+        self.addCleanup(phone.socket.close)
+        phone.open()
+        self.flood(phone, 5000)
+        program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(program.process.wait(10), -signal.SIGTERM)
 
 
 if __name__ == '__main__':

@@ -1,5 +1,8 @@
 """Without a display, without a bus, or with ones that are dead, the link and the log work all the same."""
-from brenvale_desk import DeskTest, Program, main
+import socket
+import time
+
+from brenvale_desk import DeskTest, Program, Recorder, main, wait_until
 from desk import Desk
 
 
@@ -38,6 +41,46 @@ class NoDesktopTest(DeskTest):
         for address in ('unix:path=/nonexistent/bus', 'nonsense', ''):
             with self.subTest(address=address):
                 self.assert_serves(self.desk.env | {'DBUS_SESSION_BUS_ADDRESS': address})
+
+    def silent_bus(self, name):
+        """The address of a bus that takes connections and never says anything."""
+        silent = socket.socket(socket.AF_UNIX)
+        self.addCleanup(silent.close)
+        silent.bind(str(self.desk.root / name))
+        silent.listen(100)
+        return f'unix:path={self.desk.root / name}'
+
+    def test_bus_that_never_answers(self):
+        session, system = self.silent_bus('session'), self.silent_bus('system')
+        for env in ({'DBUS_SESSION_BUS_ADDRESS': session}, {'DBUS_SYSTEM_BUS_ADDRESS': system},
+                    {'DBUS_SESSION_BUS_ADDRESS': session, 'DBUS_SYSTEM_BUS_ADDRESS': system}):
+            with self.subTest(**env):
+                began = time.monotonic()
+                self.assert_serves(self.desk.env | env)
+                self.assertLess(time.monotonic() - began, 10)  # a library left to itself waits for 25 seconds
+
+    def test_system_bus_that_never_answers_takes_nothing_from_the_session(self):
+        with Desk(display=False) as desk:
+            recorder = Recorder(desk)
+            program = Program(desk, env=desk.env | {'DBUS_SYSTEM_BUS_ADDRESS': self.silent_bus('system')}).wait_listening()
+            self.connect(program).send_json(app='Mail', title='Ann', body='Hello')
+            self.assertEqual(recorder.wait_for(1)[0]['summary'], 'Mail')
+
+    def test_children_get_the_address_all_the_same(self):
+        session = self.silent_bus('session')
+        told = self.desk.root / 'environment'
+        folder = self.desk.root / 'bin'
+        folder.mkdir()
+        (folder / 'systemsettings').write_text(f'#!/bin/sh\nenv >{told}.new\nmv {told}.new {told}\n')
+        (folder / 'systemsettings').chmod(0o755)
+        with Desk(bus=False) as desk:
+            Program(desk, env=desk.env | {'DBUS_SESSION_BUS_ADDRESS': session, 'XDG_CURRENT_DESKTOP': 'KDE',
+                                          'PATH': f'{folder}:{desk.env["PATH"]}'}).wait_listening()
+            focused = lambda: desk.run('xdotool', 'getwindowfocus', 'getwindowname', check=False).strip()
+            wait_until(lambda: focused() == 'Brenvale', 'the alert')
+            desk.run('xdotool', 'key', 'Return')
+            wait_until(told.exists, 'the settings')
+            self.assertIn(f'DBUS_SESSION_BUS_ADDRESS={session}', told.read_text().splitlines())
 
     def test_bus_that_dies(self):
         with Desk(display=False) as desk:

@@ -1,5 +1,8 @@
 """Notification servers as they come and go: none, a late one, a restarted one, a slow one, the real ones."""
 import json
+import re
+import signal
+import time
 import unittest
 
 from brenvale_desk import DeskTest, Recorder, main, wait_until
@@ -128,6 +131,52 @@ class ChangingServerTest(ServersTest):
         self.assertEqual([call['body'] for call in calls], [f'<b>Ann</b>\nmessage {number}' for number in range(500)])
         self.phone.ping()
         self.assertEqual(len(self.recorder.live()), 500)
+
+    def storm(self, count):
+        """Many notifications in one segment, as far as the system lets them be one."""
+        self.phone.socket.sendall(b''.join(
+            self.phone.frame(1, json.dumps({'app': 'Chat', 'title': 'Ann', 'body': f'message {number}'}).encode())
+            for number in range(count)))
+
+    def test_none_of_thousands_is_lost(self):
+        self.storm(5000)
+        calls = self.recorder.wait_for(5000)
+        self.assertEqual([call['body'] for call in calls], [f'<b>Ann</b>\nmessage {number}' for number in range(5000)])
+        self.assertEqual(self.program.matching(r'\[Notifications\].*'), [])
+
+    def test_a_server_that_stands_still_gets_the_latest_and_every_removal(self):
+        self.post(self.phone, 'shown', key='old')
+        self.wait_for_body(self.recorder, 'shown')
+        self.recorder.process.send_signal(signal.SIGSTOP)
+        self.addCleanup(self.recorder.process.send_signal, signal.SIGCONT)
+        self.post(self.phone, 'shown', key='new')  # takes the first one away
+        self.storm(3000)
+        self.phone.ping()
+        time.sleep(6)  # from now on it counts as one that stands still
+        self.post(self.phone, 'the last one')
+        self.program.wait_for_line(r'\[Notifications\] Post error: too many notifications are waiting', 1500)
+        self.recorder.process.send_signal(signal.SIGCONT)
+        self.wait_for_body(self.recorder, 'the last one')
+        self.assertEqual([call['known'] for call in self.recorder.calls('CloseNotification')], [True])
+        bodies = [call['body'] for call in self.recorder.calls()]
+        self.assertEqual(bodies[-1000:-1], [f'<b>Ann</b>\nmessage {number}' for number in range(2001, 3000)])
+
+    def test_a_huge_notification_is_not_kept_twice(self):
+        def memory():
+            return int(re.search(r'^RssAnon:\s*(\d+) kB', self.program.status(), re.M)[1]) / 1024
+        self.post(self.phone, 'x' * 10_000_000)  # whatever is made once is made now
+        self.recorder.wait_for(1)
+        before = memory()
+        for number in range(5):
+            self.post(self.phone, f'{number}' + 'y' * 10_000_000)
+            self.recorder.wait_for(2 + number)
+        self.program.wait_at_rest()
+        # The history shares each text (20 MB in memory) with all that names the notification by it.
+        self.assertLess(memory() - before, 5 * 20 * 1.3 + 20)
+        self.recorder.control('Reply', self.recorder.live()[-1]['id'], 'Hello')
+        reply = self.phone.read_json()
+        self.assertEqual((reply['action'], reply['message']), ('reply', 'Hello'))
+        self.assertTrue(reply['key'] == 'Mail:Ann:4' + 'y' * 10_000_000)
 
     def test_storm_on_a_slow_server(self):
         self.recorder.control('AnswerAfter', 10)

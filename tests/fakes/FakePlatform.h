@@ -276,7 +276,7 @@ public:
     }
     void add(NotificationRequest request, Completion completion) override {
         removeShown(request.identifier);
-        calls.append(QStringLiteral("add:") + request.identifier);
+        calls.append(QStringLiteral("add:") + request.identifier.text());
         added.push_back(request);
         if (error) {
             if (completion) {
@@ -290,16 +290,16 @@ public:
         }
     }
 
-    void removeDelivered(const QStringList& identifiers) override {
+    void removeDelivered(const QList<RequestIdentifier>& identifiers) override {
         for (const auto& identifier : identifiers) {
-            calls.append(QStringLiteral("removeDelivered:") + identifier);
+            calls.append(QStringLiteral("removeDelivered:") + identifier.text());
             removeShown(identifier);
         }
     }
 
-    void removePending(const QStringList& identifiers) override {
+    void removePending(const QList<RequestIdentifier>& identifiers) override {
         for (const auto& identifier : identifiers) {
-            calls.append(QStringLiteral("removePending:") + identifier);
+            calls.append(QStringLiteral("removePending:") + identifier.text());
         }
     }
 
@@ -323,7 +323,7 @@ public:
     std::optional<QString> authorizationError;
 
 private:
-    void removeShown(const QString& identifier) {
+    void removeShown(const RequestIdentifier& identifier) {
         std::erase_if(shown, [&](const auto& request) { return request.identifier == identifier; });
     }
 };

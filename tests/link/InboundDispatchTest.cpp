@@ -220,7 +220,7 @@ TEST(ForwardedNotification, ReachesTheHistoryAndTheDesktop) {
     ASSERT_EQ(test.store->items.get().size(), 1);
     EXPECT_EQ(test.store->items.get()[0].key, QStringLiteral("k1"));
     ASSERT_EQ(test.fake.userNotificationCenter.added.size(), 1U);
-    EXPECT_EQ(test.fake.userNotificationCenter.added[0].identifier, QStringLiteral("k1"));
+    EXPECT_EQ(test.fake.userNotificationCenter.added[0].identifier.text(), QStringLiteral("k1"));
 }
 
 TEST(ForwardedNotification, IsToldByTheKeyAppWhateverItsValue) {

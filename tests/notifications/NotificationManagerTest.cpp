@@ -40,7 +40,7 @@ using PostFileProgress = Notifications;
 
 TEST_F(Post, TheAppIsTheTitleAndTheTitleTheSubtitle) {
     post(chat, ann, QStringLiteral(" Hi "), QStringLiteral("k"));
-    EXPECT_EQ(last().identifier, QStringLiteral("k"));
+    EXPECT_EQ(last().identifier.text(), QStringLiteral("k"));
     EXPECT_EQ(last().content.title, chat);
     EXPECT_EQ(last().content.subtitle, ann);
     EXPECT_EQ(last().content.body, QStringLiteral(" Hi ")) << "as it came, untrimmed";
@@ -65,12 +65,12 @@ TEST_F(Post, WithoutAppAndTitleTheTitleIsBrenvale) {
 
 TEST_F(Post, WithoutAKeyTheIdentifierIsJoinedFromAppTitleAndTrimmedBody) {
     post(chat, ann, QStringLiteral(" Hi\t"));
-    EXPECT_EQ(last().identifier, QStringLiteral("Chat:Ann:Hi"));
+    EXPECT_EQ(last().identifier.text(), QStringLiteral("Chat:Ann:Hi"));
 }
 
 TEST_F(Post, AnEmptyKeyIsAKey) {
     post(chat, ann, hi, QStringLiteral(""));
-    EXPECT_EQ(last().identifier, QString());
+    EXPECT_EQ(last().identifier.text(), QString());
 }
 
 TEST_F(Post, AnErrorIsLogged) {
@@ -142,7 +142,7 @@ TEST_F(Repeats, TheLatestIdentifierIsTheOneTakenAway) {
     post(chat, ann, hi, QStringLiteral("k2"));
     post(chat, ann, hi, QStringLiteral("k3"));
     ASSERT_EQ(fake.userNotificationCenter.shown.size(), 1U);
-    EXPECT_EQ(fake.userNotificationCenter.shown[0].identifier, QStringLiteral("k3"));
+    EXPECT_EQ(fake.userNotificationCenter.shown[0].identifier.text(), QStringLiteral("k3"));
 }
 
 TEST_F(PostSimple, HasSoundAndNeitherThreadNorCategory) {
@@ -169,7 +169,7 @@ TEST_F(PostSimple, AnErrorIsNotLogged) {
 
 TEST_F(PostFileProgress, ARunningTransferIsSilent) {
     manager.postFileProgress(QStringLiteral("a.jpg"), 0, QStringLiteral("t1"));
-    EXPECT_EQ(last().identifier, QStringLiteral("t1"));
+    EXPECT_EQ(last().identifier.text(), QStringLiteral("t1"));
     EXPECT_EQ(last().content.title, QStringLiteral("Receiving File..."));
     EXPECT_EQ(last().content.body, QStringLiteral("a.jpg (0%)"));
     EXPECT_FALSE(last().content.hasDefaultSound);

@@ -53,7 +53,7 @@ TEST_F(RepliesTest, AnEmptyTextIsSentLikeAnyOther) {
 
 TEST_F(RepliesTest, WithoutAKeyTheJoinedTextIsTheKey) {
     receive(R"({"app":"Chat","title":"Ann","body":"Hi"})");
-    const auto identifier = fake.userNotificationCenter.added.back().identifier;
+    const auto identifier = fake.userNotificationCenter.added.back().identifier.text();
     respond({QStringLiteral("REPLY_ACTION"), identifier, QStringLiteral("Hello")});
     EXPECT_EQ(QJsonDocument::fromJson(phone->sent.back()).object().value("key"), QJsonValue("Chat:Ann:Hi"));
 }

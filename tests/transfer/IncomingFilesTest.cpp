@@ -77,7 +77,7 @@ TEST_F(IncomingFiles, TheUserIsToldAtTheStartAndAtTheEnd) {
                             "File Received: a.txt (100%)"));
     const auto& added = test.fake.userNotificationCenter.added;
     EXPECT_EQ(added[0].identifier, added[2].identifier) << "the end replaces the start";
-    EXPECT_EQ(added[0].identifier, rows()[0].id.toString(QUuid::WithoutBraces).toUpper());
+    EXPECT_EQ(added[0].identifier.text(), rows()[0].id.toString(QUuid::WithoutBraces).toUpper());
     EXPECT_FALSE(added[0].content.hasDefaultSound);
     EXPECT_TRUE(added[2].content.hasDefaultSound);
 }

@@ -12,7 +12,6 @@
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
 
-#include <algorithm>
 #include <chrono>
 
 namespace brenvale {
@@ -22,10 +21,10 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 
-/// How many requests may wait for a slow server; beyond that the oldest ones fail.
-constexpr std::size_t maxWaiting = 1000;
-
 constexpr std::chrono::milliseconds repeatPause{1200};
+
+/// A server that has answered nothing for so long stands still.
+constexpr std::chrono::seconds stillAfter{5};
 
 /// How many calls may be under way; more would only fill the bus's queue.
 constexpr qsizetype maxCalling = 64;
@@ -39,9 +38,19 @@ QDBusMessage methodCall(const QString& method) {
     return QDBusMessage::createMethodCall(service, path, service, method);
 }
 
+/// As much of the texts as the server may be given: what waits for it must not carry more.
+void shorten(NotificationContent& content) {
+    for (auto* text : {&content.title, &content.subtitle, &content.body, &content.threadIdentifier}) {
+        if (text->size() > longestNotificationText) {
+            *text = text->left(longestNotificationText + 1); // one more, by which it is seen to be cut
+        }
+    }
+}
+
 } // namespace
 
-DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main) : main_(main) {
+DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main, const ChildPrograms& programs)
+    : main_(main), authorization_(programs) {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         return;
@@ -49,7 +58,7 @@ DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main) : main_(main
     bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
                 SLOT(notificationClosed(uint, uint)));
     auto* watcher = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DBusNotificationCenter::serverChanged);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DBusNotificationCenter::ownerChanged);
 }
 
 DBusNotificationCenter::~DBusNotificationCenter() = default;
@@ -74,104 +83,101 @@ void DBusNotificationCenter::requestAuthorization(AuthorizationAnswer answer) {
 }
 
 void DBusNotificationCenter::add(NotificationRequest request, Completion completion) {
+    shorten(request.content);
     main_.async([this, show = Show{std::move(request), std::move(completion)}]() mutable {
         enqueue(std::move(show));
-        takeNext();
     });
 }
 
-void DBusNotificationCenter::removeDelivered(const QStringList& identifiers) {
+void DBusNotificationCenter::removeDelivered(const QList<RequestIdentifier>& identifiers) {
     main_.async([this, identifiers] {
         for (const auto& identifier : identifiers) {
-            waiting_.emplace_back(Close{identifier});
+            if (const Close close{identifier}; changesSomething(close)) {
+                waiting_.add(close);
+            }
         }
         takeNext();
     });
 }
 
-void DBusNotificationCenter::removePending(const QStringList& identifiers) {
+void DBusNotificationCenter::removePending(const QList<RequestIdentifier>& identifiers) {
     main_.async([this, identifiers] {
-        std::erase_if(waiting_, [&identifiers](Step& step) {
-            auto* show = std::get_if<Show>(&step);
-            if (show == nullptr || !identifiers.contains(show->request.identifier)) {
-                return false;
+        for (const auto& identifier : identifiers) {
+            for (auto& show : waiting_.takeShows(identifier)) {
+                show.complete({});
             }
-            show->complete({});
-            return true;
-        });
+            for (auto paused = pausing_.begin(); paused != pausing_.end();) {
+                const auto each = paused++;
+                if (each->second.request.identifier == identifier) {
+                    each->second.complete({});
+                    pausing_.erase(each);
+                }
+            }
+        }
     });
-}
-
-void DBusNotificationCenter::Show::complete(const std::optional<QString>& error) {
-    if (completion) {
-        completion(error);
-    }
 }
 
 void DBusNotificationCenter::enqueue(Show show) {
-    if (waiting_.size() >= maxWaiting) {
-        auto* oldest = std::get_if<Show>(&waiting_.front());
-        if (oldest != nullptr) {
-            oldest->complete(QStringLiteral("too many notifications are waiting"));
-        }
-        waiting_.pop_front();
+    waiting_.add(std::move(show));
+    for (auto& excess : waiting_.takeExcess(standsStill())) {
+        excess.complete(QStringLiteral("too many notifications are waiting"));
     }
-    waiting_.emplace_back(std::move(show));
+    takeNext();
 }
 
 void DBusNotificationCenter::takeNext() {
     if (!QDBusConnection::sessionBus().isConnected()) {
-        failWaiting(QStringLiteral("there is no session bus"));
+        for (auto& show : waiting_.takeAll()) {
+            show.complete(QStringLiteral("there is no session bus"));
+        }
         return;
     }
-    while (!waiting_.empty() && canTake(waiting_.front())) {
-        if (!capabilities_) {
-            readCapabilities();
+    while (canTakeNext()) {
+        if (serverState_ == ServerState::unknown) {
+            askCapabilities();
             return;
         }
-        auto step = std::move(waiting_.front());
-        waiting_.pop_front();
-        if (auto* next = std::get_if<Show>(&step)) {
-            show(std::move(*next));
+        auto step = waiting_.takeFront();
+        if (auto* toShow = std::get_if<Show>(&step)) {
+            show(std::move(*toShow));
         } else {
             close(std::get<Close>(step));
         }
     }
 }
 
-bool DBusNotificationCenter::canTake(const Step& step) const {
-    const auto* show = std::get_if<Show>(&step);
-    const auto& identifier = show != nullptr ? show->request.identifier : std::get<Close>(step).identifier;
-    return !isAskingCapabilities_ && calling_.size() < maxCalling && !calling_.contains(identifier);
+bool DBusNotificationCenter::canTakeNext() const {
+    return !waiting_.isEmpty() && serverState_ != ServerState::asked && calling_.size() < maxCalling &&
+           !calling_.contains(waiting_.front());
 }
 
-void DBusNotificationCenter::failWaiting(const QString& error) {
-    for (auto& step : std::exchange(waiting_, {})) {
-        auto* show = std::get_if<Show>(&step);
-        if (show != nullptr) {
-            show->complete(error);
-        }
+bool DBusNotificationCenter::standsStill() const {
+    return underWay_ > 0 && std::chrono::steady_clock::now() - heardFrom_ > stillAfter;
+}
+
+bool DBusNotificationCenter::changesSomething(const Close& close) const {
+    return shown_.serverId(close.identifier) != 0 || calling_.contains(close.identifier);
+}
+
+void DBusNotificationCenter::askCapabilities() {
+    serverState_ = next(serverState_, ServerEvent::ask);
+    call(methodCall(QStringLiteral("GetCapabilities")),
+         [this](const QDBusMessage& answer) { capabilitiesAnswered(answer); });
+}
+
+void DBusNotificationCenter::capabilitiesAnswered(const QDBusMessage& answer) {
+    const bool hasTold = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty();
+    const auto list = hasTold ? answer.arguments().constFirst().toStringList() : QStringList();
+    capabilities_ = QSet<QString>(list.begin(), list.end());
+    if (QGuiApplication::platformName() == u"offscreen") {
+        capabilities_.remove(QStringLiteral("actions")); // nobody would see what they open
     }
-}
-
-void DBusNotificationCenter::readCapabilities() {
-    isAskingCapabilities_ = true;
-    call(methodCall(QStringLiteral("GetCapabilities")), [this](const QDBusMessage& answer) {
-        isAskingCapabilities_ = false;
-        const bool hasAnswered = answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty();
-        const auto list = hasAnswered ? answer.arguments().constFirst().toStringList() : QStringList();
-        capabilities_ = QSet<QString>(list.begin(), list.end());
-        if (QGuiApplication::platformName() == u"offscreen") {
-            capabilities_->remove(QStringLiteral("actions")); // nobody would see what they open
-        }
-        areCapabilitiesGuessed_ = !hasAnswered;
-    });
+    serverState_ = next(serverState_, hasTold ? ServerEvent::told : ServerEvent::notTold);
 }
 
 QDBusMessage DBusNotificationCenter::notifyMessage(const NotificationRequest& request) const {
     const auto& content = request.content;
-    const auto call = notifyCall(content, replies_.category(content.categoryIdentifier),
-                                 capabilities_.value_or(QSet<QString>()),
+    const auto call = notifyCall(content, replies_.category(content.categoryIdentifier), capabilities_,
                                  currentDesktop().contains(QStringLiteral("GNOME")));
     auto message = methodCall(QStringLiteral("Notify"));
     message << QStringLiteral("Brenvale") << shown_.serverId(request.identifier) << QStringLiteral("phone")
@@ -181,47 +187,58 @@ QDBusMessage DBusNotificationCenter::notifyMessage(const NotificationRequest& re
 
 void DBusNotificationCenter::show(Show show) {
     const auto message = notifyMessage(show.request);
-    if (areCapabilitiesGuessed_) {
-        capabilities_.reset(); // there may be a server that tells them by the time of the next request
-    }
-    retries_ = 0;
+    show.state = next(show.state, RequestEvent::sent);
+    serverState_ = next(serverState_, ServerEvent::requestSent);
     calling_.insert(show.request.identifier);
-    call(message,
-         [this, generation = generation_, show = std::move(show)](const QDBusMessage& answer) mutable {
-             calling_.remove(show.request.identifier);
-             showAnswered(std::move(show), generation, answer);
-         });
+    call(message, [this, server = server_, show = std::move(show)](const QDBusMessage& answer) mutable {
+        calling_.remove(show.request.identifier);
+        showAnswered(std::move(show), server, answer);
+    });
 }
 
-void DBusNotificationCenter::showAnswered(Show show, uint generation, const QDBusMessage& answer) {
+/// `server` is the one that was called.
+RequestEvent DBusNotificationCenter::eventOf(const Show& show, uint server,
+                                             const QDBusMessage& answer) const {
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
-        if (generation == generation_) { // else the number is one of a server that is gone
-            shown_.insert(show.request, answer.arguments().constFirst().toUInt());
-        }
-    } else if (generation != generation_ && !show.isSecondTry) {
-        // The server went away while it had the request; the one that follows it gets it again, in the old
-        // order.
-        show.isSecondTry = true;
-        waiting_.emplace(waiting_.begin() + std::min<std::ptrdiff_t>(retries_++, std::ssize(waiting_)),
-                         std::move(show));
-        return;
-    } else if (answer.errorName() == alreadyShownError) {
-        if (shown_.serverId(show.request.identifier) == 0 && !show.isSecondTry) {
-            showLater(std::move(show));
-            return;
-        }
-    } else {
-        show.complete(answer.errorMessage());
-        return;
+        return RequestEvent::taken;
     }
-    show.complete({});
+    if (answer.errorName() == alreadyShownError) {
+        return shown_.serverId(show.request.identifier) != 0 ? RequestEvent::alreadyShown
+                                                             : RequestEvent::repeat;
+    }
+    return server != server_ ? RequestEvent::serverGone : RequestEvent::refused;
+}
+
+void DBusNotificationCenter::showAnswered(Show show, uint server, const QDBusMessage& answer) {
+    const auto event = eventOf(show, server, answer);
+    show.state = next(show.state, event);
+    if (event == RequestEvent::taken &&
+        server == server_) { // else the number is one of a server that is gone
+        shown_.insert(show.request, answer.arguments().constFirst().toUInt());
+    }
+    switch (show.state) {
+    case RequestState::waitingAgain:
+        waiting_.add(std::move(show)); // where it was, before all that came later
+        break;
+    case RequestState::pausing:
+        showLater(std::move(show));
+        break;
+    case RequestState::failed:
+        show.complete(answer.errorMessage());
+        break;
+    default:
+        show.complete({});
+    }
 }
 
 void DBusNotificationCenter::showLater(Show show) {
-    show.isSecondTry = true;
-    main_.asyncAfter(repeatPause, [this, show = std::move(show)]() mutable {
-        enqueue(std::move(show));
-        takeNext();
+    const auto place = show.place;
+    pausing_.emplace(place, std::move(show));
+    main_.asyncAfter(repeatPause, [this, place] {
+        if (auto paused = pausing_.extract(place)) { // else it was taken back
+            paused.mapped().place = 0;
+            enqueue(std::move(paused.mapped()));
+        }
     });
 }
 
@@ -238,12 +255,20 @@ void DBusNotificationCenter::close(const Close& close) {
 
 void DBusNotificationCenter::call(const QDBusMessage& message,
                                   std::move_only_function<void(const QDBusMessage&)> answered) {
+    if (underWay_++ == 0) {
+        heardFrom_ = std::chrono::steady_clock::now();
+    }
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, answered = std::make_shared<decltype(answered)>(std::move(answered))](
                 QDBusPendingCallWatcher* finished) {
                 finished->deleteLater();
-                (*answered)(finished->reply());
+                const auto answer = finished->reply();
+                --underWay_;
+                if (answer.errorName() != QDBusError::errorString(QDBusError::NoReply)) {
+                    heardFrom_ = std::chrono::steady_clock::now();
+                }
+                (*answered)(answer);
                 takeNext();
             });
 }
@@ -252,10 +277,9 @@ void DBusNotificationCenter::notificationClosed(uint serverId, uint /*reason*/) 
     shown_.closed(serverId);
 }
 
-void DBusNotificationCenter::serverChanged() {
-    ++generation_;
-    retries_ = 0;
-    capabilities_.reset();
+void DBusNotificationCenter::ownerChanged() {
+    ++server_;
+    serverState_ = next(serverState_, ServerEvent::ownerChanged);
     shown_.clear();
 }
 

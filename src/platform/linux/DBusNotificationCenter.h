@@ -2,21 +2,22 @@
 
 #include "platform/UserNotificationCenter.h"
 #include "platform/linux/NotificationAuthorization.h"
+#include "platform/linux/NotificationQueue.h"
 #include "platform/linux/NotificationReplies.h"
+#include "platform/linux/NotificationStates.h"
 #include "platform/linux/ShownNotifications.h"
 
 #include <QObject>
 #include <QSet>
 
-#include <deque>
-#include <optional>
-#include <variant>
+#include <chrono>
+#include <map>
 
 class QDBusMessage;
-class QDBusPendingCallWatcher;
 
 namespace brenvale {
 
+class ChildPrograms;
 class DispatchQueue;
 
 /// Desktop notifications through org.freedesktop.Notifications on the session bus (Desktop Notifications
@@ -28,7 +29,8 @@ class DBusNotificationCenter final : public QObject, public UserNotificationCent
     Q_OBJECT
 
 public:
-    explicit DBusNotificationCenter(DispatchQueue& main);
+    /// Both must outlive it.
+    DBusNotificationCenter(DispatchQueue& main, const ChildPrograms& programs);
     ~DBusNotificationCenter() override;
 
     void setDelegate(UserNotificationCenterDelegate* delegate) override;
@@ -36,46 +38,41 @@ public:
     void getNotificationSettings(SettingsAnswer answer) override;
     void requestAuthorization(AuthorizationAnswer answer) override;
     void add(NotificationRequest request, Completion completion) override;
-    void removeDelivered(const QStringList& identifiers) override;
-    void removePending(const QStringList& identifiers) override;
+    void removeDelivered(const QList<RequestIdentifier>& identifiers) override;
+    void removePending(const QList<RequestIdentifier>& identifiers) override;
 
 private slots:
     void notificationClosed(uint serverId, uint reason);
 
 private:
-    struct Show {
-        NotificationRequest request;
-        Completion completion;
-        bool isSecondTry = false;
-
-        void complete(const std::optional<QString>& error);
-    };
-    struct Close {
-        QString identifier;
-    };
-    using Step = std::variant<Show, Close>;
+    using Show = NotificationQueue::Show;
+    using Close = NotificationQueue::Close;
 
     void enqueue(Show show);
     void takeNext();
-    [[nodiscard]] bool canTake(const Step& step) const;
-    void failWaiting(const QString& error);
-    void readCapabilities();
+    [[nodiscard]] bool canTakeNext() const;
+    [[nodiscard]] bool standsStill() const;
+    [[nodiscard]] bool changesSomething(const Close& close) const;
+    void askCapabilities();
+    void capabilitiesAnswered(const QDBusMessage& answer);
     void show(Show show);
-    void showAnswered(Show show, uint generation, const QDBusMessage& answer);
+    void showAnswered(Show show, uint server, const QDBusMessage& answer);
+    [[nodiscard]] RequestEvent eventOf(const Show& show, uint server, const QDBusMessage& answer) const;
     void showLater(Show show);
     void close(const Close& close);
-    void serverChanged();
+    void ownerChanged();
     void call(const QDBusMessage& message, std::move_only_function<void(const QDBusMessage&)> answered);
     [[nodiscard]] QDBusMessage notifyMessage(const NotificationRequest& request) const;
 
     DispatchQueue& main_;
-    std::deque<Step> waiting_;
-    QSet<QString> calling_;      ///< identifiers of the requests that the server has not answered yet
-    std::ptrdiff_t retries_ = 0; ///< requests at the head that go out a second time
-    bool isAskingCapabilities_ = false;
-    bool areCapabilitiesGuessed_ = false;       ///< nobody answered: they serve one request alone
-    uint generation_ = 0;                       ///< counts the servers that came and went
-    std::optional<QSet<QString>> capabilities_; ///< of the present server, once it has told
+    NotificationQueue waiting_;
+    QSet<RequestIdentifier> calling_; ///< requests that the server has not answered yet
+    std::map<quint64, Show> pausing_; ///< requests that go out again in a moment, by their place
+    qsizetype underWay_ = 0;          ///< calls that the server has not answered yet
+    std::chrono::steady_clock::time_point heardFrom_; ///< when it answered, or the first of them began
+    uint server_ = 0;                                 ///< counts the servers that came and went
+    ServerState serverState_ = ServerState::unknown;
+    QSet<QString> capabilities_; ///< of the server that is known
     ShownNotifications shown_;
     NotificationReplies replies_{shown_};
     NotificationAuthorization authorization_;

@@ -1,13 +1,12 @@
 #include "platform/linux/DesktopSettings.h"
 
+#include "platform/linux/ChildPrograms.h"
 #include "platform/linux/CurrentDesktop.h"
 
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <vector>
 
 namespace brenvale {
@@ -47,13 +46,10 @@ std::vector<SettingsProgram> candidates(SystemSettings::Pane pane, const QString
         programs.assign(notificationPrograms.begin(), notificationPrograms.end());
     }
     programs.insert(programs.end(), settingsPrograms.begin(), settingsPrograms.end());
-    std::vector<SettingsProgram> ordered;
-    for (const bool isOwn : {true, false}) {
-        std::ranges::copy_if(programs, std::back_inserter(ordered), [&](const SettingsProgram& program) {
-            return desktops.contains(QLatin1StringView(program.desktop), Qt::CaseInsensitive) == isOwn;
-        });
-    }
-    return ordered;
+    std::ranges::stable_partition(programs, [&desktops](const SettingsProgram& program) {
+        return desktops.contains(QLatin1StringView(program.desktop), Qt::CaseInsensitive);
+    });
+    return programs;
 }
 
 } // namespace
@@ -77,7 +73,7 @@ void DesktopSettings::open(Pane pane) {
     };
     if (auto command = settingsCommand(pane, currentDesktop(), exists)) {
         const auto program = command->takeFirst();
-        QProcess::startDetached(program, *command);
+        (void)programs_.start(program, *command);
     }
 }
 

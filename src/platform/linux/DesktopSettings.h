@@ -9,10 +9,18 @@
 
 namespace brenvale {
 
+class ChildPrograms;
+
 /// The settings programs of the desktops that have one.
 class DesktopSettings final : public SystemSettings {
 public:
+    /// `programs` must outlive it.
+    explicit DesktopSettings(const ChildPrograms& programs) : programs_(programs) {}
+
     void open(Pane pane) override;
+
+private:
+    const ChildPrograms& programs_;
 };
 
 /// The command line that opens `pane`: the running desktop's own program, else the first one that exists;

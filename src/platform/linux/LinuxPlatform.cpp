@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/LastSteps.h"
+
 #include <utility>
 
 namespace brenvale {
@@ -16,14 +18,15 @@ std::unique_ptr<ClipboardService> clipboardOf(DispatchQueue& main, Display::Kind
 
 } // namespace
 
-LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display)
-    : clipboard_(clipboardOf(main, display.kind)),
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display, QProcessEnvironment environment)
+    : childPrograms_(std::move(environment)),
+      clipboard_(clipboardOf(main, display.kind)),
       input_(inputWays(display, main, clipboard_.get())),
       eventPoster_(std::move(input_.ways)),
       accessibilityTrust_(eventPoster_, input_.consent),
       pasteboard_(main, *clipboard_),
       scriptRunner_(main),
-      userNotificationCenter_(main),
+      userNotificationCenter_(main, childPrograms_),
       platform_{.accessibilityTrust = accessibilityTrust_,
                 .alerts = alerts_,
                 .clock = clock_,
@@ -39,6 +42,12 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display)
                 .statusItem = statusItem_,
                 .systemSettings = systemSettings_,
                 .userDefaults = userDefaults_,
-                .userNotificationCenter = userNotificationCenter_} {}
+                .userNotificationCenter = userNotificationCenter_} {
+    setLastSteps([this] { log_.flush(); });
+}
+
+LinuxPlatform::~LinuxPlatform() {
+    setLastSteps({});
+}
 
 } // namespace brenvale

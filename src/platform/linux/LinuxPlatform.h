@@ -3,6 +3,7 @@
 #include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/ChildPrograms.h"
 #include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/DesktopSettings.h"
@@ -12,6 +13,7 @@
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/TrayItem.h"
+#include "platform/linux/UrlOpener.h"
 #include "platform/linux/XdgDownloads.h"
 #include "platform/linux/clipboard/ClipboardService.h"
 #include "platform/linux/clipboard/DesktopPasteboard.h"
@@ -27,7 +29,11 @@ namespace brenvale {
 /// object.
 class LinuxPlatform {
 public:
-    LinuxPlatform(DispatchQueue& main, const Display& display);
+    /// `environment` is what the process was started with.
+    LinuxPlatform(DispatchQueue& main, const Display& display, QProcessEnvironment environment);
+    ~LinuxPlatform();
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
     [[nodiscard]] Platform& platform() { return platform_; }
 
@@ -36,7 +42,8 @@ public:
     void saveBeforeEnd() { clipboard_->saveBeforeEnd(); }
 
 private:
-    std::unique_ptr<ClipboardService> clipboard_; ///< first, as others use it
+    ChildPrograms childPrograms_;                 ///< first, as others use it
+    std::unique_ptr<ClipboardService> clipboard_; ///< as well
     InputWays input_;
     LinuxEventPoster eventPoster_;
     EventPostingTrust accessibilityTrust_;
@@ -51,7 +58,8 @@ private:
     DesktopPasteboard pasteboard_;
     LinuxScriptRunner scriptRunner_;
     TrayItem statusItem_;
-    DesktopSettings systemSettings_;
+    DesktopSettings systemSettings_{childPrograms_};
+    UrlOpener urlOpener_{childPrograms_};
     SettingsDefaults userDefaults_;
     DBusNotificationCenter userNotificationCenter_;
     Platform platform_;

@@ -37,8 +37,9 @@ void askBus(QObject* context, const QString& method, const QVariantList& argumen
 /// The wait for a server; answers once and is gone.
 class ServerWait final : public QObject {
 public:
-    ServerWait(NotificationAuthorization::AuthorizationAnswer answer, QObject* parent)
-        : QObject(parent), answer_(std::move(answer)) {
+    ServerWait(const ChildPrograms& programs, NotificationAuthorization::AuthorizationAnswer answer,
+               QObject* parent)
+        : QObject(parent), programs_(programs), answer_(std::move(answer)) {
         auto* watcher = new QDBusServiceWatcher(notifications, QDBusConnection::sessionBus(),
                                                 QDBusServiceWatcher::WatchForRegistration, this);
         connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { serverCame(); });
@@ -46,7 +47,7 @@ public:
     }
 
     void serverCame() {
-        NotificationSwitch::isOff([wait = QPointer<ServerWait>(this)](bool isOff) {
+        NotificationSwitch::isOff(programs_, [wait = QPointer<ServerWait>(this)](bool isOff) {
             if (wait) {
                 wait->finish(!isOff);
             }
@@ -61,6 +62,7 @@ private:
         }
     }
 
+    const ChildPrograms& programs_;
     NotificationAuthorization::AuthorizationAnswer answer_;
 };
 
@@ -68,12 +70,12 @@ private:
 
 void NotificationAuthorization::readStatus(SettingsAnswer answer) {
     const auto shared = std::make_shared<SettingsAnswer>(std::move(answer));
-    askForServer([shared](bool isThere) {
+    askForServer([this, shared](bool isThere) {
         if (!isThere) {
             (*shared)(AuthorizationStatus::notDetermined);
             return;
         }
-        NotificationSwitch::isOff([shared](bool isOff) {
+        NotificationSwitch::isOff(programs_, [shared](bool isOff) {
             (*shared)(isOff ? AuthorizationStatus::denied : AuthorizationStatus::authorized);
         });
     });
@@ -84,7 +86,7 @@ void NotificationAuthorization::request(AuthorizationAnswer answer) {
         answer(false, QStringLiteral("there is no session bus"));
         return;
     }
-    auto* wait = new ServerWait(std::move(answer), this);
+    auto* wait = new ServerWait(programs_, std::move(answer), this);
     askForServer([wait = QPointer<ServerWait>(wait)](bool isThere) {
         if (isThere && wait) {
             wait->serverCame(); // it came just before the wait began

@@ -6,12 +6,17 @@
 
 namespace brenvale {
 
+class ChildPrograms;
+
 /// Whether notifications can be shown: there is a notification server, or the bus can start one, and the
 /// desktop's switch for this program is on. Made on main, where all of it runs and answers.
 class NotificationAuthorization final : public QObject {
     Q_OBJECT
 
 public:
+    /// `programs` must outlive it.
+    explicit NotificationAuthorization(const ChildPrograms& programs) : programs_(programs) {}
+
     using SettingsAnswer = UserNotificationCenter::SettingsAnswer;
     using AuthorizationAnswer = UserNotificationCenter::AuthorizationAnswer;
 
@@ -23,6 +28,8 @@ public:
 
 private:
     void askForServer(std::function<void(bool isThere)> answer);
+
+    const ChildPrograms& programs_;
 };
 
 } // namespace brenvale

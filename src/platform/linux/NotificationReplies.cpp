@@ -82,11 +82,12 @@ void NotificationReplies::openReplyWindow(const ShownNotifications::Notification
     window->present();
 }
 
-void NotificationReplies::reply(const QString& identifier, const TextInputNotificationAction& action,
-                                const QString& text) {
+void NotificationReplies::reply(const RequestIdentifier& identifier,
+                                const TextInputNotificationAction& action, const QString& text) {
     if (delegate_ != nullptr) {
-        delegate_->userNotificationCenterDidReceive(
-            {.actionIdentifier = action.identifier, .requestIdentifier = identifier, .userText = text});
+        delegate_->userNotificationCenterDidReceive({.actionIdentifier = action.identifier,
+                                                     .requestIdentifier = identifier.text(),
+                                                     .userText = text});
     }
 }
 

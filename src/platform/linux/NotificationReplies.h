@@ -35,13 +35,14 @@ private slots:
 private:
     void openReplyWindow(const ShownNotifications::Notification& notification,
                          const TextInputNotificationAction& action);
-    void reply(const QString& identifier, const TextInputNotificationAction& action, const QString& text);
+    void reply(const RequestIdentifier& identifier, const TextInputNotificationAction& action,
+               const QString& text);
 
     const ShownNotifications& shown_;
     UserNotificationCenterDelegate* delegate_ = nullptr;
     QList<NotificationCategory> categories_;
-    QHash<QString, QPointer<ReplyWindow>> windows_; ///< those that are open, by the request
-    QString activationToken_;                       ///< for the next window: the right to take the focus
+    QHash<RequestIdentifier, QPointer<ReplyWindow>> windows_; ///< those that are open, by the request
+    QString activationToken_; ///< for the next window: the right to take the focus
 };
 
 } // namespace brenvale

@@ -1,5 +1,6 @@
 #include "platform/linux/NotificationSwitch.h"
 
+#include "platform/linux/ChildPrograms.h"
 #include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/KeyFile.h"
 
@@ -33,8 +34,9 @@ bool isOffInPlasma() {
 }
 
 /// GNOME's settings are asked by its own command: its library would keep a thread of its own for ever.
-void askGnome(Answer answer) {
+void askGnome(const ChildPrograms& programs, Answer answer) {
     auto* command = new QProcess;
+    programs.prepare(*command);
     auto* limit = new QTimer(command);
     limit->setSingleShot(true);
     QObject::connect(limit, &QTimer::timeout, command, &QProcess::kill);
@@ -65,12 +67,12 @@ std::optional<bool> plasmaSwitchesOff(const QByteArray& settings, const QByteArr
     return value ? std::optional(value->toLower() == "false") : std::nullopt;
 }
 
-void NotificationSwitch::isOff(std::function<void(bool isOff)> answer) {
+void NotificationSwitch::isOff(const ChildPrograms& programs, std::function<void(bool isOff)> answer) {
     const auto desktop = currentDesktop();
     if (desktop.contains(QStringLiteral("KDE"))) {
         answer(isOffInPlasma());
     } else if (desktop.contains(QStringLiteral("GNOME"))) {
-        askGnome(std::move(answer));
+        askGnome(programs, std::move(answer));
     } else {
         answer(false);
     }

@@ -4,8 +4,6 @@ namespace brenvale {
 
 namespace {
 
-constexpr qsizetype longestText = 10'000;
-
 /// Control characters are not allowed in markup, and a message with one of them would be shown raw or not at
 /// all.
 bool isShown(QChar character) {
@@ -13,7 +11,7 @@ bool isShown(QChar character) {
 }
 
 QString shownText(const QString& text) {
-    auto shown = text.left(longestText);
+    auto shown = text.left(longestNotificationText);
     if (!shown.isEmpty() && shown.size() < text.size()) {
         if (shown.back().isHighSurrogate()) {
             shown.chop(1);

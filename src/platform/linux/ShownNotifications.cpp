@@ -1,11 +1,14 @@
 #include "platform/linux/ShownNotifications.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace brenvale {
 
 namespace {
 
 constexpr std::size_t maxCount = 1000;
-constexpr qsizetype maxSize = 4 << 20;
+constexpr qsizetype maxSize = 16 << 20;
 
 /// As much of a text as somebody needs to know what is being answered.
 constexpr qsizetype reminderLength = 300;
@@ -30,8 +33,11 @@ void ShownNotifications::insert(const NotificationRequest& request, uint serverI
     notifications_.insert(serverId, {request.identifier, reminder(request.content)});
     order_.push_back(serverId);
     size_ += request.identifier.size();
-    while (order_.size() > maxCount || (size_ > maxSize && order_.size() > 1)) {
+    if (order_.size() > maxCount) {
         forget(order_.front());
+    }
+    while (size_ > maxSize && order_.size() > 1) {
+        forget(largestButLatest());
     }
 }
 
@@ -40,6 +46,13 @@ void ShownNotifications::closed(uint serverId) {
     if (notification != nullptr && serverIds_.value(notification->identifier) == serverId) {
         serverIds_.remove(notification->identifier);
     }
+}
+
+/// One of megabytes must not push all the others out.
+uint ShownNotifications::largestButLatest() const {
+    return *std::max_element(order_.begin(), std::prev(order_.end()), [this](uint one, uint other) {
+        return find(one)->identifier.size() < find(other)->identifier.size();
+    });
 }
 
 void ShownNotifications::forget(uint serverId) {

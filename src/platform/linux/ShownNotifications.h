@@ -15,12 +15,14 @@ class ShownNotifications {
 public:
     /// What a later answer needs.
     struct Notification {
-        QString identifier; ///< of the request
+        RequestIdentifier identifier; ///< of the request
         NotificationContent content;
     };
 
     /// The server's number of a request that is on show; 0 for any other.
-    [[nodiscard]] uint serverId(const QString& identifier) const { return serverIds_.value(identifier); }
+    [[nodiscard]] uint serverId(const RequestIdentifier& identifier) const {
+        return serverIds_.value(identifier);
+    }
 
     /// The notification to which the server gave that number last, on show or not; null for none.
     [[nodiscard]] const Notification* find(uint serverId) const;
@@ -36,8 +38,9 @@ public:
 
 private:
     void forget(uint serverId);
+    [[nodiscard]] uint largestButLatest() const;
 
-    QHash<QString, uint> serverIds_;
+    QHash<RequestIdentifier, uint> serverIds_;
     QHash<uint, Notification> notifications_;
     std::deque<uint> order_; ///< oldest first
     qsizetype size_ = 0;     ///< characters kept

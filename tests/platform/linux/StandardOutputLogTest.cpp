@@ -1,4 +1,6 @@
 #include "platform/linux/StandardOutputLog.h"
+#include "platform/Fatal.h"
+#include "platform/LastSteps.h"
 
 #include <QByteArray>
 
@@ -8,6 +10,7 @@
 #include <string>
 #include <thread>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 using brenvale::StandardOutputLog;
@@ -37,6 +40,12 @@ public:
         }
     }
 
+    /// What is there already.
+    [[nodiscard]] std::string readNow() const {
+        ::fcntl(ends_[0], F_SETFL, O_NONBLOCK);
+        return readAll();
+    }
+
     [[nodiscard]] std::string readAll() const {
         std::string text;
         char block[4096];
@@ -57,8 +66,7 @@ TEST(StandardOutputLog, ALineLeavesAtOnce) {
     OutputCapture capture;
     StandardOutputLog log;
     log.line("[WebSocketServer] – ä");
-    capture.restore(); // the pipe's only writer
-    EXPECT_EQ(capture.readAll(), "[WebSocketServer] – ä\n");
+    EXPECT_EQ(capture.readNow(), "[WebSocketServer] – ä\n");
 }
 
 TEST(StandardOutputLog, LinesOfSeveralThreadsStayWhole) {
@@ -84,4 +92,18 @@ TEST(StandardOutputLog, LinesOfSeveralThreadsStayWhole) {
         ASSERT_EQ(line, std::string(300, line.front()));
     }
     EXPECT_EQ(count, 1000);
+}
+
+TEST(StandardOutputLogDeathTest, AFatalTextComesBehindTheLinesBeforeIt) {
+    EXPECT_DEATH(
+        {
+            ::dup2(STDERR_FILENO, STDOUT_FILENO);
+            StandardOutputLog log;
+            brenvale::setLastSteps([&log] { log.flush(); });
+            for (int i = 0; i < 1000; ++i) {
+                log.line("a line");
+            }
+            brenvale::fatal("it must not be");
+        },
+        "^(a line\n){1000}it must not be\n$");
 }
