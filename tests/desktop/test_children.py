@@ -131,6 +131,20 @@ class ChildrenTest(unittest.TestCase):
         self.assert_shares_nothing(pid)
         self.assert_serves_anew(pid)
 
+    def test_location_that_the_phone_opens(self):
+        told = self.install('browser')
+        applications = pathlib.Path(self.desk.env['XDG_DATA_HOME']) / 'applications'
+        applications.mkdir(parents=True, exist_ok=True)
+        (applications / 'browser.desktop').write_text('[Desktop Entry]\nType=Application\nName=Browser\nExec=browser %u\n'
+                                                      'MimeType=x-scheme-handler/https;\n')
+        self.desk.config.mkdir(parents=True, exist_ok=True)
+        self.launch(config_files={'mimeapps.list': '[Default Applications]\nx-scheme-handler/https=browser.desktop\n'})
+        self.phone.send_json(action='remote_control', command='open_url', url='https://example.org/')
+        pid, arguments = self.child(told)
+        self.assertEqual(arguments, ['https://example.org/'])
+        self.assert_shares_nothing(pid)
+        self.assert_serves_anew(pid)
+
     def test_file_viewer(self):
         told = self.install('xdg-open')  # no service of the bus shows files here
         self.launch()

@@ -25,7 +25,7 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display, QProce
       eventPoster_(std::move(input_.ways)),
       accessibilityTrust_(eventPoster_, input_.consent),
       pasteboard_(main, *clipboard_),
-      scriptRunner_(main),
+      scriptRunner_(main, childPrograms_),
       userNotificationCenter_(main, childPrograms_),
       platform_{.accessibilityTrust = accessibilityTrust_,
                 .alerts = alerts_,

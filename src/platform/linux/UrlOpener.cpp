@@ -37,8 +37,8 @@ void UrlOpener::giveBack() {
 }
 
 void UrlOpener::openUrl(const QUrl& url) {
-    if (programs_.start(QStringLiteral("xdg-open"), {url.toString(QUrl::FullyEncoded)})) {
-        return;
+    if (!programs_.start(QStringLiteral("xdg-open"), {url.toString(QUrl::FullyEncoded)})) {
+        return; // started
     }
     giveBack(); // the toolkit knows some browsers by name
     QDesktopServices::openUrl(url);

@@ -78,8 +78,9 @@ void LinuxScriptRunner::perform(const Script& script) {
             },
             [&](const OpenLocation& open) {
                 runInBackground(
-                    main_, [open] { return openLocation(open.location); }, patienceForOpening,
-                    QStringLiteral("The program that opens the location does not start."), done);
+                    main_, [open, programs = programs_] { return openLocation(open.location, programs); },
+                    patienceForOpening, QStringLiteral("The program that opens the location does not start."),
+                    done);
             },
             [&](const EmptyTrash&) { trash_.empty(done); },
             [&](const LockScreen&) { lockScreen(done); },

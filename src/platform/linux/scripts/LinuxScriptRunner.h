@@ -2,10 +2,12 @@
 
 #include "platform/Script.h"
 #include "platform/ScriptRunner.h"
+#include "platform/linux/ChildPrograms.h"
 #include "platform/linux/scripts/LinuxTrash.h"
 #include "platform/linux/scripts/OpeningAllowance.h"
 
 #include <deque>
+#include <utility>
 
 namespace brenvale {
 
@@ -15,7 +17,8 @@ namespace brenvale {
 class LinuxScriptRunner final : public ScriptRunner {
 public:
     /// `main` outlives the threads.
-    explicit LinuxScriptRunner(DispatchQueue& main) : main_(main), trash_(main) {}
+    explicit LinuxScriptRunner(DispatchQueue& main, ChildPrograms programs = ChildPrograms())
+        : main_(main), programs_(std::move(programs)), trash_(main) {}
 
     void execute(const QString& source, Completion completion) override;
 
@@ -31,6 +34,7 @@ private:
     void perform(const Script& script);
 
     DispatchQueue& main_;
+    ChildPrograms programs_;
     LinuxTrash trash_;
     OpeningAllowance openings_;
     std::deque<Waiting> scripts_; ///< the first of them is under way
