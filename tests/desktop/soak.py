@@ -114,6 +114,17 @@ class Soak:
         self.counts['windows'] += 1
 
     def round(self):
+        try:
+            self.use()
+        except Exception:
+            if self.program.process.poll() is not None:
+                sys.exit(f'the program ended with {self.program.process.returncode}: {self.program.error_text()}')
+            states = [(thread.name, (thread / 'stat').read_text().rsplit(') ', 1)[1][0], (thread / 'wchan').read_text())
+                      for thread in self.program.threads()]
+            print('the program lives:', self.counts, states, file=sys.stderr)
+            raise
+
+    def use(self):
         phones = [self.phone() for _ in range(3)]
         self.notifications(phones[0])
         self.logs(phones[1])
@@ -172,8 +183,6 @@ def main():
             until = time.monotonic() + arguments.every
             while time.monotonic() < until:
                 soak.round()
-                if soak.program.process.poll() is not None:
-                    sys.exit(f'the program ended with {soak.program.process.returncode}: {soak.program.error_text()}')
         grown = verdict(samples)
         print('grown: ' + '; '.join(grown) if grown else 'nothing has grown')
         sys.exit(bool(grown))
