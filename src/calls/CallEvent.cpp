@@ -2,6 +2,7 @@
 
 #include "link/Json.h"
 #include "platform/Fatal.h"
+#include "records/CutToInteger.h"
 
 #include <array>
 
@@ -9,24 +10,25 @@ namespace brenvale {
 
 namespace {
 
+constexpr CutTexts cutTexts{
+    .notFinite = "Double value cannot be converted to Int because it is either infinite or NaN",
+    .tooHigh = "Double value cannot be converted to Int because the result would be greater than Int.max",
+    .tooLow = "Double value cannot be converted to Int because the result would be less than Int.min"};
+
 /// An integer, or a number with its fraction cut off; nothing for any other type. There is no range check
 /// before the cut: a number beyond 64 bits ends the process.
 std::optional<qint64> cutInteger(const JsonValue& value) {
     if (const auto integer = value.integer()) {
         return integer;
     }
-    const auto number = value.numberOrInfinity();
+    const auto number = value.anyNumber();
     if (!number) {
         return {};
     }
-    constexpr double limit = 0x1p63;
-    if (*number >= limit) {
-        fatal("Double value cannot be converted to Int because the result would be greater than Int.max");
+    if (const auto* outOfRange = std::get_if<OutOfRange>(&*number)) {
+        fatal(*outOfRange == OutOfRange::tooHigh ? cutTexts.tooHigh : cutTexts.tooLow);
     }
-    if (*number < -limit) {
-        fatal("Double value cannot be converted to Int because the result would be less than Int.min");
-    }
-    return static_cast<qint64>(*number);
+    return cutToInteger(std::get<double>(*number), cutTexts);
 }
 
 std::optional<qint64> readDuration(const JsonObject& json) {

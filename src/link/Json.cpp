@@ -5,8 +5,9 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
 
 namespace brenvale {
 
@@ -25,6 +26,16 @@ std::expected<JsonDocument, simdjson::error_code> parseOnce(simdjson::dom::parse
         return std::unexpected(error);
     }
     return JsonDocument(root, std::move(own));
+}
+
+/// Whether it may be a number or a string that was refused: how that is called differs between the parser's
+/// versions, while these errors are of something else in all of them.
+bool mayBeRepaired(simdjson::error_code error) {
+    static constexpr std::array others{
+        simdjson::CAPACITY,     simdjson::MEMALLOC,        simdjson::TAPE_ERROR,     simdjson::DEPTH_ERROR,
+        simdjson::T_ATOM_ERROR, simdjson::F_ATOM_ERROR,    simdjson::N_ATOM_ERROR,   simdjson::UTF8_ERROR,
+        simdjson::EMPTY,        simdjson::UNESCAPED_CHARS, simdjson::UNCLOSED_STRING};
+    return std::ranges::find(others, error) == others.end();
 }
 
 } // namespace
@@ -59,17 +70,20 @@ std::optional<qint64> JsonValue::integer() const {
 }
 
 std::optional<double> JsonValue::number() const {
-    const auto value = numberOrInfinity();
-    return value && std::isfinite(*value) ? value : std::nullopt;
+    const auto any = anyNumber();
+    const auto* value = any ? std::get_if<double>(&*any) : nullptr;
+    return value != nullptr ? std::optional(*value) : std::nullopt;
 }
 
-std::optional<double> JsonValue::numberOrInfinity() const {
+std::optional<JsonNumber> JsonValue::anyNumber() const {
     double value = 0;
     if (element_.get(value)) {
         return {};
     }
-    const bool isInRange = std::abs(value) < outOfRangeNumber;
-    return isInRange ? value : std::copysign(std::numeric_limits<double>::infinity(), value);
+    if (isOutOfRangeMark(value)) {
+        return value > 0 ? OutOfRange::tooHigh : OutOfRange::tooLow;
+    }
+    return value;
 }
 
 std::optional<JsonObject> JsonValue::object() const {
@@ -113,8 +127,7 @@ std::expected<JsonDocument, QByteArray> JsonReader::parse(const MessageBuffer& t
             QByteArray("A byte order mark is no JSON")); // some versions of the parser skip it
     }
     auto document = parseOnce(parser_, text);
-    if (!document &&
-        (document.error() == simdjson::NUMBER_ERROR || document.error() == simdjson::STRING_ERROR)) {
+    if (!document && mayBeRepaired(document.error())) {
         document = parseOnce(parser_, repairJson(text.text()));
     }
     if (!document) {

@@ -6,15 +6,22 @@
 
 #include <simdjson.h>
 
+#include <cstdint>
 #include <expected>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <variant>
 
 namespace brenvale {
 
 class JsonObject;
 class MessageBuffer;
+
+/// What a number is that fits no double.
+enum class OutOfRange : std::uint8_t { tooHigh, tooLow };
+
+using JsonNumber = std::variant<double, OutOfRange>;
 
 /// One value of a parsed message, a view that holds for as long as its JsonDocument. The typed reads give
 /// nothing where the value is of another type: types are JSON's own, so a Boolean is no number and a number
@@ -34,8 +41,8 @@ public:
     /// A number that fits a double.
     [[nodiscard]] std::optional<double> number() const;
 
-    /// Any number, infinite where it fits no double.
-    [[nodiscard]] std::optional<double> numberOrInfinity() const;
+    /// Any number.
+    [[nodiscard]] std::optional<JsonNumber> anyNumber() const;
 
     [[nodiscard]] std::optional<JsonObject> object() const;
     [[nodiscard]] std::optional<simdjson::dom::array> array() const;

@@ -8,12 +8,16 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <optional>
 #include <utility>
 
 namespace brenvale {
 
 namespace {
+
+/// The parser takes no infinity; this text is the largest double, exactly.
+constexpr auto outOfRangeMark = "1.7976931348623157e308";
 
 constexpr std::string_view numberCharacters = "0123456789+-.eE";
 
@@ -73,7 +77,7 @@ QByteArray replacementNumber(std::string_view token) {
         return {};
     }
     if (std::isinf(*value)) {
-        return *value < 0 ? "-1.7976931348623157e308" : "1.7976931348623157e308";
+        return QByteArray(*value < 0 ? "-" : "") + outOfRangeMark;
     }
     if (token.find_first_of(".eE") != std::string_view::npos || fitsAnInteger(token)) {
         return {};
@@ -129,6 +133,10 @@ std::size_t copyNumber(std::string_view text, MessageBuffer& out) {
 }
 
 } // namespace
+
+bool isOutOfRangeMark(double number) {
+    return std::abs(number) == std::numeric_limits<double>::max();
+}
 
 MessageBuffer repairJson(std::string_view text) {
     MessageBuffer out;

@@ -3,13 +3,11 @@
 #include "notifications/PhoneNumberTitle.h"
 #include "notifications/ReplyCategory.h"
 #include "platform/Clock.h"
-#include "platform/Fatal.h"
 #include "platform/Log.h"
+#include "records/CutToInteger.h"
 #include "records/NotifPayload.h"
 
 #include <QUuid>
-
-#include <cmath>
 
 namespace brenvale {
 
@@ -22,12 +20,9 @@ RequestIdentifier requestIdentifier(const NotifPayload& payload, const QString& 
 
 /// `progress` in whole percent, the fraction dropped.
 qint64 percentage(double progress) {
-    const double percent = progress * 100;
-    constexpr double limit = 9223372036854775808.0;
-    if (!std::isfinite(percent) || percent >= limit || percent <= -limit) {
-        fatal("Double value cannot be converted to Int because it is not a finite value in range");
-    }
-    return static_cast<qint64>(percent);
+    static constexpr auto text =
+        "Double value cannot be converted to Int because it is not a finite value in range";
+    return cutToInteger(progress * 100, {.notFinite = text, .tooHigh = text, .tooLow = text});
 }
 
 } // namespace

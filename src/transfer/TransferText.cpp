@@ -1,6 +1,6 @@
 #include "transfer/TransferText.h"
 
-#include "platform/Fatal.h"
+#include "records/CutToInteger.h"
 #include "records/FileTransferRecord.h"
 
 #include <QLocale>
@@ -47,14 +47,13 @@ QString byteCountText(qint64 bytes) {
 }
 
 QString progressText(double progress) {
-    const double percent = progress * 100;
-    if (!std::isfinite(percent)) {
-        fatal("Double value cannot be converted to Int because it is either infinite or NaN");
-    }
-    if (std::abs(percent) >= 0x1p63) {
-        fatal("Double value cannot be converted to Int because the result would be out of range");
-    }
-    return QString::number(static_cast<qint64>(percent)) + u'%';
+    static constexpr auto outOfRange =
+        "Double value cannot be converted to Int because the result would be out of range";
+    static constexpr CutTexts texts{
+        .notFinite = "Double value cannot be converted to Int because it is either infinite or NaN",
+        .tooHigh = outOfRange,
+        .tooLow = outOfRange};
+    return QString::number(cutToInteger(progress * 100, texts)) + u'%';
 }
 
 QString completionText(const FileTransferRecord& record) {

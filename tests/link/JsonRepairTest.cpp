@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <string>
 
+using brenvale::isOutOfRangeMark;
 using brenvale::repairJson;
 
 namespace {
@@ -38,6 +41,14 @@ TEST(RepairJson, MakesADoubleOfAnIntegerBeyond64Bits) {
 TEST(RepairJson, MarksANumberBeyondADouble) {
     EXPECT_EQ(repaired("[1e400,-2E+999]"), "[1.7976931348623157e308,-1.7976931348623157e308]");
     EXPECT_EQ(repaired(std::string(400, '9')), "1.7976931348623157e308");
+}
+
+TEST(RepairJson, TheMarkIsTheLargestDoubleAlone) {
+    constexpr double largest = std::numeric_limits<double>::max();
+    EXPECT_TRUE(isOutOfRangeMark(largest));
+    EXPECT_TRUE(isOutOfRangeMark(-largest));
+    EXPECT_FALSE(isOutOfRangeMark(std::nextafter(largest, 0)));
+    EXPECT_FALSE(isOutOfRangeMark(0));
 }
 
 TEST(RepairJson, ReplacesHalvesOfSurrogatePairs) {

@@ -142,6 +142,8 @@ TEST(JsonValue, ANumberBeyondADoubleIsReadButOutOfRange) {
     EXPECT_FALSE(parsed.object().value("a")->number().has_value());
     EXPECT_FALSE(parsed.object().integer("a").has_value());
     EXPECT_FALSE(parsed.object().value("b")->number().has_value());
+    EXPECT_EQ(parsed.object().value("a")->anyNumber(), JsonNumber(OutOfRange::tooHigh));
+    EXPECT_EQ(parsed.object().value("b")->anyNumber(), JsonNumber(OutOfRange::tooLow));
     EXPECT_EQ(parsed.object().string("name"), QStringLiteral("kept"));
 }
 
