@@ -28,9 +28,19 @@ void MainQueue::async(Step step) {
 
 void MainQueue::asyncAfter(std::chrono::milliseconds delay, Step step) {
     // The timer has to be made on the main thread, and Qt copies what it calls.
-    async([this, delay, shared = std::make_shared<Step>(std::move(step))] {
-        QTimer::singleShot(delay, this, [shared] { (*shared)(); });
+    async([this, due = Clock::now() + delay, shared = std::make_shared<Step>(std::move(step))] {
+        runWhenDue(due, shared);
     });
+}
+
+void MainQueue::runWhenDue(Clock::time_point due, const std::shared_ptr<Step>& step) {
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(due - Clock::now());
+    if (rest.count() <= 0) {
+        (*step)();
+        return;
+    }
+    // Qt's timers may come too soon: by a twentieth, were they not told to be precise.
+    QTimer::singleShot(rest, Qt::PreciseTimer, this, [this, due, step] { runWhenDue(due, step); });
 }
 
 bool MainQueue::event(QEvent* event) {

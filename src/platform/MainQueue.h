@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <chrono>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -21,7 +23,10 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void runSteps();
+    void runWhenDue(Clock::time_point due, const std::shared_ptr<Step>& step);
 
     std::mutex mutex_;
     std::vector<Step> steps_; ///< under `mutex_`; a wake-up is on its way while it is not empty
