@@ -1,0 +1,124 @@
+#include "FuzzTarget.h"
+#include "link/WebSocketConnection.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/read.hpp>
+#include <boost/asio/write.hpp>
+
+#include <cctype>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace brenvale;
+
+namespace {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
+using boost::system::error_code;
+using State = Connection::State;
+
+/// A client and the desktop's end of its connection.
+class Link {
+public:
+    Link() {
+        static asio::io_context listening;
+        static tcp::acceptor acceptor(listening, {asio::ip::address_v4::loopback(), 0});
+        client_.connect(acceptor.local_endpoint());
+        tcp::socket accepted(context_);
+        acceptor.accept(accepted);
+        // Thousands of connections a second would use up all ports, were each kept for late segments.
+        client_.set_option(asio::socket_base::linger(true, 0));
+        connection_ = std::make_shared<WebSocketConnection>(std::move(accepted));
+        connection_->stateUpdateHandler = [this](const Connection::StateReport& report) {
+            changed(report);
+        };
+    }
+
+    /// Sends all of `bytes` and nothing more, and goes on to the end of the connection.
+    void run(std::string_view bytes) {
+        asio::write(client_, asio::buffer(bytes.data(), bytes.size()));
+        client_.shutdown(tcp::socket::shutdown_send);
+        connection_->start();
+        asio::async_read(client_, asio::dynamic_buffer(answer_), asio::transfer_all(),
+                         [](const error_code&, std::size_t) {});
+        context_.run();
+    }
+
+    [[nodiscard]] const std::vector<State>& states() const { return states_; }
+    [[nodiscard]] std::string_view answer() const { return answer_; }
+
+private:
+    void changed(const Connection::StateReport& report) {
+        require(report.state != State::failed || !report.error.isEmpty(), "a failure has a reason");
+        states_.push_back(report.state);
+        if (report.state == State::ready) {
+            receive();
+        }
+    }
+
+    void receive() {
+        connection_->receiveMessage([this](Connection::Delivery delivery) {
+            if (delivery.error.isEmpty()) {
+                require(delivery.data.has_value() && delivery.isComplete, "a message comes whole");
+                receive();
+            }
+        });
+    }
+
+    asio::io_context context_{1};
+    tcp::socket client_{context_};
+    std::shared_ptr<WebSocketConnection> connection_;
+    std::vector<State> states_;
+    std::string answer_;
+};
+
+/// Whether the head has a field of that name, whatever its case.
+bool hasField(std::string head, std::string_view name) {
+    for (auto& character : head) {
+        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    }
+    return head.find("\r\n" + std::string(name) + ":") != std::string::npos;
+}
+
+/// Whether a line of the request's head, with none that continues it, tells of a page without a name.
+bool hasNullOrigin(std::string_view request) {
+    constexpr std::string_view line = "\r\nOrigin: null\r\n";
+    const auto head = request.substr(0, request.find("\r\n\r\n") + 2);
+    const auto found = head.find(line);
+    return found != std::string_view::npos &&
+           request.find_first_of(" \t", found + line.size()) != found + line.size();
+}
+
+void checkAnswer(std::string_view answer, bool isServed) {
+    if (answer.empty()) {
+        require(!isServed, "who is served is answered");
+        return;
+    }
+    require(answer.starts_with("HTTP/1.1 "), "an answer is HTTP");
+    require(answer.starts_with("HTTP/1.1 101 ") == isServed, "who is served is told so, and nobody else");
+    const auto end = answer.find("\r\n\r\n");
+    require(end != std::string_view::npos, "an answer is whole");
+    const std::string head(answer.substr(0, end));
+    require(!hasField(head, "server"), "nothing names the stack");
+    require(!isServed || !hasField(head, "sec-websocket-extensions"), "no extension is agreed on");
+    require(!isServed || !hasField(head, "sec-websocket-protocol"), "no subprotocol is agreed on");
+}
+
+} // namespace
+
+/// The input is all that one client sends, before it waits for the end.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr std::size_t fitsTheSocket = std::size_t{1} << 16;
+    const auto input = inputText(data, size).substr(0, fitsTheSocket);
+    Link link;
+    link.run(input);
+    const auto& states = link.states();
+    const bool isServed = states.size() == 3 && states[1] == State::ready;
+    require(states.size() == (isServed ? 3 : 2), "a connection is opened at most once and ends once");
+    require(states.front() == State::preparing && states.back() == State::failed, "it begins and ends");
+    require(!isServed || !hasNullOrigin(input), "a foreign page is refused");
+    checkAnswer(link.answer(), isServed);
+    return 0;
+}
