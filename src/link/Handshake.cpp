@@ -3,8 +3,7 @@
 #include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/string.hpp>
 
-#include <algorithm>
-#include <string>
+#include <optional>
 
 namespace brenvale {
 
@@ -24,23 +23,40 @@ std::string_view hostPart(std::string_view authority) {
     return authority.substr(0, authority.find(':'));
 }
 
-bool isLoopbackName(std::string_view host) {
-    constexpr std::string_view localhost = "localhost";
-    if (iequals(host, localhost)) {
-        return true;
-    }
-    const std::string_view suffix = ".localhost";
-    if (host.size() > suffix.size() && iequals(host.substr(host.size() - suffix.size()), suffix)) {
-        return true;
-    }
+bool endsWith(std::string_view text, std::string_view tail) {
+    return text.size() >= tail.size() && iequals(text.substr(text.size() - tail.size()), tail);
+}
+
+std::optional<boost::asio::ip::address> asAddress(std::string_view host) {
     boost::system::error_code error;
     const auto address = boost::asio::ip::make_address(std::string(host), error);
-    return !error && address.is_loopback();
+    return error ? std::nullopt : std::optional(address);
+}
+
+bool isLoopbackName(std::string_view host) {
+    const auto address = asAddress(host);
+    return iequals(host, "localhost") || endsWith(host, ".localhost") || (address && address->is_loopback());
+}
+
+std::string_view withoutTail(std::string_view text, std::string_view tail) {
+    return endsWith(text, tail) ? text.substr(0, text.size() - tail.size()) : text;
+}
+
+/// Whether `host` is the computer's name: whole as the system has it, or its first label, as the local
+/// network calls it.
+bool isOwnName(std::string_view host, std::string_view ownName) {
+    const auto bare = withoutTail(withoutTail(host, "."), ".local");
+    const auto own = withoutTail(ownName, ".local");
+    return !bare.empty() && (iequals(bare, own) || iequals(bare, own.substr(0, own.find('.'))));
+}
+
+bool isNameOfThisComputer(std::string_view host, std::string_view ownName) {
+    return asAddress(host) || isLoopbackName(host) || isOwnName(host, ownName);
 }
 
 } // namespace
 
-bool isForeignWebOrigin(std::string_view origin, std::string_view host) {
+bool isForeignWebOrigin(std::string_view origin, std::string_view host, std::string_view ownName) {
     if (iequals(origin, "null")) {
         return true;
     }
@@ -52,7 +68,23 @@ bool isForeignWebOrigin(std::string_view origin, std::string_view host) {
     auto authority = origin.substr(scheme + 3);
     authority = authority.substr(0, authority.find_first_of("/?#"));
     const auto originHost = hostPart(authority);
-    return !iequals(originHost, hostPart(host)) && !isLoopbackName(originHost);
+    const auto askedHost = hostPart(host);
+    const bool isOwnPage = iequals(originHost, askedHost) || isLoopbackName(originHost);
+    return !isOwnPage || !isNameOfThisComputer(askedHost, ownName);
+}
+
+std::string withoutServerField(std::string answer) {
+    constexpr std::string_view lineEnd = "\r\n";
+    const auto head = answer.find("\r\n\r\n");
+    for (auto line = answer.find(lineEnd); head != std::string::npos && line < head;
+         line = answer.find(lineEnd, line + lineEnd.size())) {
+        const auto field = std::string_view(answer).substr(line + lineEnd.size());
+        if (startsWith(field, "Server:")) {
+            answer.erase(line, field.find(lineEnd) + lineEnd.size());
+            break;
+        }
+    }
+    return answer;
 }
 
 } // namespace brenvale

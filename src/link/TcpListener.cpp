@@ -6,6 +6,11 @@
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/post.hpp>
 
+#include <cerrno>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
 namespace brenvale {
 
 using namespace std::chrono_literals;
@@ -33,6 +38,44 @@ bool isListenerBroken(const error_code& error) {
            error == asio::error::invalid_argument || error == asio::error::operation_not_supported;
 }
 
+error_code systemError() {
+    return {errno, boost::system::system_category()};
+}
+
+/// Opens the acceptor's socket, closed in started programs from the moment that it is there, which Asio's own
+/// way does not do.
+error_code open(tcp::acceptor& acceptor, const tcp& protocol) {
+    const int socket =
+        ::socket(protocol.family(), protocol.type() | SOCK_CLOEXEC | SOCK_NONBLOCK, protocol.protocol());
+    if (socket < 0) {
+        return systemError();
+    }
+    error_code error;
+    acceptor.assign(protocol, socket, error);
+    if (error) {
+        ::close(socket);
+    }
+    return error;
+}
+
+/// Takes the next connection that waits, likewise.
+error_code takeNext(tcp::acceptor& acceptor, tcp::socket& connection) {
+    error_code error;
+    const auto protocol = acceptor.local_endpoint(error).protocol();
+    if (error) {
+        return error;
+    }
+    const int socket = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    if (socket < 0) {
+        return systemError();
+    }
+    connection.assign(protocol, socket, error);
+    if (error) {
+        ::close(socket);
+    }
+    return error;
+}
+
 error_code listen(tcp::acceptor& acceptor, quint16 port) {
     error_code error;
     const auto protocol = acceptor.local_endpoint(error).protocol(); // unbound, it still tells the family
@@ -47,12 +90,11 @@ error_code listen(tcp::acceptor& acceptor, quint16 port) {
 
 std::expected<std::shared_ptr<Listener>, QString> TcpTransport::makeListener(quint16 port) {
     tcp::acceptor acceptor(queue_.context());
-    error_code error;
-    acceptor.open(tcp::v6(), error);
+    auto error = open(acceptor, tcp::v6());
     if (!error) {
         acceptor.set_option(asio::ip::v6_only(false), error);
     } else {
-        acceptor.open(tcp::v4(), error); // a kernel without IPv6
+        error = open(acceptor, tcp::v4()); // a kernel without IPv6
     }
     if (!error) {
         acceptor.set_option(tcp::acceptor::reuse_address(true), error);
@@ -87,32 +129,38 @@ void TcpListener::cancel() {
 }
 
 void TcpListener::acceptNext() {
-    acceptor_.async_accept([self = shared_from_this()](const error_code& error, tcp::socket socket) {
-        self->accepted(error, std::move(socket));
+    acceptor_.async_wait(tcp::acceptor::wait_read, [self = shared_from_this()](const error_code& error) {
+        self->takeConnection(error);
     });
 }
 
-void TcpListener::accepted(const error_code& error, tcp::socket socket) {
+void TcpListener::takeConnection(const error_code& waitError) {
     if (isEnded_) {
         return;
     }
+    tcp::socket socket(acceptor_.get_executor());
+    const auto error = waitError ? waitError : takeNext(acceptor_, socket);
     if (isListenerBroken(error)) {
         report({State::failed, describe(error)});
         return;
     }
     if (isShortage(error)) {
-        pause_.expires_after(shortagePause);
-        pause_.async_wait([self = shared_from_this()](const error_code& cancelled) {
-            if (!cancelled) {
-                self->acceptNext();
-            }
-        });
+        retryLater();
         return;
     }
     if (!error) {
         newConnectionHandler(std::make_shared<WebSocketConnection>(std::move(socket)));
     }
-    acceptNext();
+    acceptNext(); // also where the one that waited has gone again
+}
+
+void TcpListener::retryLater() {
+    pause_.expires_after(shortagePause);
+    pause_.async_wait([self = shared_from_this()](const error_code& cancelled) {
+        if (!cancelled) {
+            self->acceptNext();
+        }
+    });
 }
 
 void TcpListener::report(StateReport state) {

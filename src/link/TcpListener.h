@@ -11,7 +11,8 @@ namespace brenvale {
 class LinkQueue;
 
 /// Listens on a TCP port of all interfaces, IPv6 and IPv4 through one socket, and hands over WebSocket
-/// connections.
+/// connections. No program that this one starts inherits a socket: one that did would keep the port taken,
+/// and phones waiting for an answer that nobody gives.
 class TcpListener final : public Listener, public std::enable_shared_from_this<TcpListener> {
 public:
     TcpListener(boost::asio::ip::tcp::acceptor acceptor, quint16 port);
@@ -21,7 +22,8 @@ public:
 
 private:
     void acceptNext();
-    void accepted(const boost::system::error_code& error, boost::asio::ip::tcp::socket socket);
+    void takeConnection(const boost::system::error_code& waitError);
+    void retryLater();
     void report(StateReport state);
 
     boost::asio::ip::tcp::acceptor acceptor_; ///< open, bound at start

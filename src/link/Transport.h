@@ -49,6 +49,9 @@ public:
     /// Begins the handshake. `stateUpdateHandler` is set before.
     virtual void start() = 0;
 
+    /// Turns the peer away instead of `start`; reported as `failed` with that reason.
+    virtual void refuse(const QByteArray& reason) = 0;
+
     /// Drops the connection at once; reported as `cancelled`. Nothing else is reported of it afterwards.
     virtual void cancel() = 0;
 

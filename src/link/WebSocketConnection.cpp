@@ -2,6 +2,7 @@
 
 #include "link/Handshake.h"
 
+#include <boost/asio/ip/host_name.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/read_until.hpp>
 #include <boost/asio/write.hpp>
@@ -30,8 +31,9 @@ constexpr std::size_t maxRequestSize = 8192;
 /// Up to here a copy costs less than a new buffer: all messages but logs, files and long texts.
 constexpr std::size_t smallMessageSize = 900;
 constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
-constexpr std::string_view refusal =
-    "HTTP/1.1 403 Forbidden\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
+constexpr auto forbidden = "HTTP/1.1 403 Forbidden\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
+constexpr auto tooLong = "HTTP/1.1 431 Request Header Fields Too Large\r\n"
+                         "Connection: close\r\nContent-Length: 0\r\n\r\n";
 
 using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
 using KeepAliveInterval = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPINTVL>;
@@ -72,22 +74,32 @@ QByteArray describe(const error_code& error) {
     return QByteArray::fromStdString(error.message());
 }
 
+/// Whether any of the request's origins is foreign, whichever of its hosts it is held against.
 bool isForeign(const http::request<http::empty_body>& request) {
     const auto origins = request.equal_range(http::field::origin);
-    return std::any_of(origins.first, origins.second, [&request](const auto& field) {
-        return isForeignWebOrigin(field.value(), request[http::field::host]);
+    const auto hosts = request.equal_range(http::field::host);
+    error_code ignored;
+    const auto ownName = asio::ip::host_name(ignored);
+    return std::any_of(origins.first, origins.second, [&](const auto& origin) {
+        const auto isForeignTo = [&](std::string_view host) {
+            return isForeignWebOrigin(origin.value(), host, ownName);
+        };
+        return hosts.first == hosts.second ? isForeignTo({})
+                                           : std::any_of(hosts.first, hosts.second, [&](const auto& host) {
+                                                 return isForeignTo(host.value());
+                                             });
     });
 }
 
 } // namespace
 
-WebSocketConnection::WebSocketConnection(asio::ip::tcp::socket&& socket)
-    : stream_(std::move(socket)),
-      endpoint_(endpointOf(stream_.next_layer())),
+WebSocketConnection::WebSocketConnection(asio::ip::tcp::socket&& accepted)
+    : stream_(std::move(accepted)),
+      endpoint_(endpointOf(socket())),
       handshakeDeadline_(stream_.get_executor()) {
     error_code ignored;
-    stream_.next_layer().set_option(asio::ip::tcp::no_delay(true), ignored);
-    watchForDeadPeer(stream_.next_layer());
+    socket().set_option(asio::ip::tcp::no_delay(true), ignored);
+    watchForDeadPeer(socket());
     stream_.read_message_max(maxMessageSize);
     stream_.auto_fragment(false);
     stream_.text(true);
@@ -111,7 +123,9 @@ void WebSocketConnection::readRequest() {
     });
     asio::async_read_until(stream_.next_layer(), asio::dynamic_buffer(request_, maxRequestSize), "\r\n\r\n",
                            [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
-                               if (error) {
+                               if (error == asio::error::not_found) {
+                                   self->sendAnswer(tooLong, "request too long");
+                               } else if (error) {
                                    self->end(State::failed, describe(error));
                                } else {
                                    self->answerRequest();
@@ -128,7 +142,7 @@ void WebSocketConnection::answerRequest() {
     error_code error;
     const auto size = parser.put(asio::buffer(request_), error);
     if (isForeign(parser.get())) {
-        refuse();
+        sendAnswer(forbidden, "foreign web origin refused");
         return;
     }
     if (!error && !parser.is_done()) {
@@ -139,22 +153,29 @@ void WebSocketConnection::answerRequest() {
         return;
     }
     stream_.next_layer().putBack(request_.substr(size)); // frames that came along
-    auto accepted = [self = shared_from_this()](const error_code& failure) {
-        if (failure) {
-            self->end(State::failed, describe(failure));
-        } else {
-            self->opened();
-        }
+    stream_.next_layer().holdWrites();
+    auto judged = [self = shared_from_this()](const error_code& refused) {
+        auto answer = withoutServerField(self->stream_.next_layer().releaseWrites());
+        self->sendAnswer(std::move(answer), refused ? describe(refused) : QByteArray());
     };
-    stream_.async_accept(parser.get(), std::move(accepted)); // the stack judges the request
+    stream_.async_accept(parser.get(), std::move(judged)); // the stack judges the request
 }
 
-void WebSocketConnection::refuse() {
-    asio::async_write(stream_.next_layer(), asio::buffer(refusal),
-                      [self = shared_from_this()](const error_code& /*error*/, std::size_t /*size*/) {
+/// Ends the handshake: with `refusal` as the reason of the end, or open where there is none.
+void WebSocketConnection::sendAnswer(std::string answer, const QByteArray& refusal) {
+    if (isEnded_) {
+        return;
+    }
+    answer_ = std::move(answer);
+    asio::async_write(stream_.next_layer(), asio::buffer(answer_),
+                      [self = shared_from_this(), refusal](const error_code& error, std::size_t /*size*/) {
+                          if (refusal.isEmpty() && !error) {
+                              self->opened();
+                              return;
+                          }
                           error_code ignored;
-                          self->stream_.next_layer().shutdown(asio::socket_base::shutdown_send, ignored);
-                          self->end(State::failed, "foreign web origin refused");
+                          self->socket().shutdown(asio::socket_base::shutdown_send, ignored);
+                          self->end(State::failed, refusal.isEmpty() ? describe(error) : refusal);
                       });
 }
 
@@ -165,6 +186,7 @@ void WebSocketConnection::opened() {
     isOpen_ = true;
     handshakeDeadline_.cancel();
     request_ = {};
+    answer_ = {};
     stateUpdateHandler({State::ready, {}});
     writeNext();
 }
@@ -226,6 +248,10 @@ void WebSocketConnection::writeNext() {
                         });
 }
 
+void WebSocketConnection::refuse(const QByteArray& reason) {
+    end(State::failed, reason);
+}
+
 void WebSocketConnection::cancel() {
     end(State::cancelled, {});
 }
@@ -237,7 +263,7 @@ void WebSocketConnection::end(State state, const QByteArray& error) {
     isEnded_ = true;
     handshakeDeadline_.cancel();
     error_code ignored;
-    stream_.next_layer().close(ignored);
+    socket().close(ignored);
     asio::post(stream_.get_executor(), [self = shared_from_this(), state, error] {
         self->stateUpdateHandler({state, error});
         if (!self->isWriting_) {

@@ -17,10 +17,11 @@ namespace brenvale {
 class WebSocketConnection final : public Connection,
                                   public std::enable_shared_from_this<WebSocketConnection> {
 public:
-    explicit WebSocketConnection(boost::asio::ip::tcp::socket&& socket);
+    explicit WebSocketConnection(boost::asio::ip::tcp::socket&& accepted);
 
     [[nodiscard]] const Endpoint& endpoint() const override { return endpoint_; }
     void start() override;
+    void refuse(const QByteArray& reason) override;
     void cancel() override;
     void receiveMessage(ReceiveHandler handler) override;
     void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) override;
@@ -33,9 +34,10 @@ private:
         SendCompletion completion;
     };
 
+    [[nodiscard]] boost::asio::ip::tcp::socket& socket() { return stream_.next_layer().socket(); }
     void readRequest();
     void answerRequest();
-    void refuse();
+    void sendAnswer(std::string answer, const QByteArray& refusal);
     void opened();
     [[nodiscard]] MessageBuffer takeIncoming();
     void writeNext();
@@ -46,6 +48,7 @@ private:
     Endpoint endpoint_;
     boost::asio::steady_timer handshakeDeadline_;
     std::string request_; ///< the handshake's bytes
+    std::string answer_;  ///< what it is answered
     MessageBuffer incoming_;
     std::deque<Outgoing> outgoing_; ///< the head is being written while `isWriting_`
     QByteArray writing_;            ///< the head's bytes while `isWriting_`

@@ -8,6 +8,7 @@
 #include "platform/Fatal.h"
 #include "platform/Log.h"
 #include "platform/Platform.h"
+#include "platform/StandardError.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
 
@@ -20,11 +21,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto retryDelay = 5s;
-
-/// How far the link may run ahead of the main thread before a connection waits for it. Phones never get
-/// there; a flood would otherwise pile up in memory.
-constexpr std::size_t maxMessagesAhead = 1024;
-constexpr std::size_t maxBytesAhead = std::size_t{32} << 20;
 
 std::shared_ptr<WebSocketServer>& sharedServer() {
     static std::shared_ptr<WebSocketServer> server;
@@ -97,7 +93,24 @@ void WebSocketServer::start() {
             self->accept(connection);
         }
     };
-    queue_.async([listener = listener_] { listener->start(); });
+    onQueue([listener = listener_, rules = readAccessRules()](WebSocketServer& self) mutable {
+        self.link_.access = std::move(rules);
+        listener->start();
+    });
+}
+
+AccessRules WebSocketServer::readAccessRules() const {
+    const auto& defaults = platform_.userDefaults;
+    const auto section = defaults.section(u"Security");
+    auto rules = section ? parseAccessRules(*section) : std::unexpected(section.error());
+    if (rules && (defaults.contains(u"allow") || defaults.contains(u"remoteControl"))) {
+        rules = std::unexpected(QStringLiteral("access rules stand outside of [Security]"));
+    }
+    if (!rules) { // never open by mistake
+        complain("Brenvale: nobody may connect: " + rules.error().toUtf8());
+        return AccessRules::nobody();
+    }
+    return *std::move(rules);
 }
 
 void WebSocketServer::stop() {
@@ -111,7 +124,11 @@ void WebSocketServer::stop() {
             listener->cancel();
         }
     });
-    onStore([](HistoryStore& store) { store.availableSIMs.set({}); });
+    postToMain([](HistoryStore* store) {
+        if (store != nullptr) {
+            store->availableSIMs.set({});
+        }
+    });
 }
 
 void WebSocketServer::listenerChanged(const Listener::StateReport& report) {
@@ -144,7 +161,12 @@ void WebSocketServer::accept(const ConnectionPointer& connection) {
             self->connectionChanged(strong, report);
         }
     };
-    connection->start();
+    const auto& host = connection->endpoint().host;
+    if (link_.access.admits(host ? host->toStdString() : std::string())) {
+        connection->start();
+    } else {
+        connection->refuse("address not allowed");
+    }
 }
 
 void WebSocketServer::connectionChanged(const ConnectionPointer& connection,
@@ -205,39 +227,57 @@ void WebSocketServer::received(const ConnectionPointer& connection, Connection::
         return;
     }
     const auto message = std::exchange(buffer, {});
+    const auto stepsBefore = link_.stepsForMain;
     if (!message.empty()) {
         logOf(*connection,
               "Received complete message of " + QByteArray::number(static_cast<qulonglong>(message.size())) +
                   " bytes from ",
               {});
         if (delivery.isWebSocketMessage) {
+            link_.bytesForMain = message.size();
             handle(message);
         }
     }
-    receiveAgain(connection, message.size());
+    receiveAgain(connection, link_.stepsForMain > stepsBefore);
 }
 
-void WebSocketServer::receiveAgain(const ConnectionPointer& connection, std::size_t handledBytes) {
-    ++link_.messagesAhead;
-    link_.bytesAhead += handledBytes;
-    if (link_.messagesAhead < maxMessagesAhead && link_.bytesAhead < maxBytesAhead) {
+void WebSocketServer::receiveAgain(const ConnectionPointer& connection, bool hasLeftSteps) {
+    auto& backlog = link_.backlogs[connection.get()];
+    if (hasLeftSteps) {
+        backlog.posted(link_.bytesForMain);
+        markBacklog(connection, backlog);
+    }
+    if (backlog.isFull()) {
+        backlog.setWaiting(true);
+    } else {
         receive(connection);
+    }
+}
+
+void WebSocketServer::markBacklog(const ConnectionPointer& connection, MainBacklog& backlog) {
+    if (!backlog.takeMark()) {
         return;
     }
-    link_.waitingForMain.push_back(connection);
-    if (link_.waitingForMain.size() == 1) {
-        main_.async([weak = weak_from_this()] {
-            if (const auto self = weak.lock()) {
-                self->onQueue(&WebSocketServer::mainCaughtUp);
-            }
-        });
-    }
+    postToMain([weak = weak_from_this(), weakConnection = std::weak_ptr(connection)](HistoryStore*) {
+        if (const auto self = weak.lock()) {
+            self->onQueue([weakConnection](WebSocketServer& server) {
+                if (const auto strong = weakConnection.lock()) {
+                    server.mainCaughtUp(strong);
+                }
+            });
+        }
+    });
 }
 
-void WebSocketServer::mainCaughtUp() {
-    link_.messagesAhead = 0;
-    link_.bytesAhead = 0;
-    for (const auto& connection : std::exchange(link_.waitingForMain, {})) {
+void WebSocketServer::mainCaughtUp(const ConnectionPointer& connection) {
+    const auto entry = link_.backlogs.find(connection.get());
+    if (entry == link_.backlogs.end()) {
+        return; // removed meanwhile
+    }
+    auto& backlog = entry->second;
+    backlog.markRan();
+    markBacklog(connection, backlog);
+    if (!backlog.isFull() && backlog.setWaiting(false)) {
         receive(connection);
     }
 }
@@ -261,6 +301,7 @@ void WebSocketServer::sendText(std::shared_ptr<const OutgoingText> text) {
 void WebSocketServer::remove(const ConnectionPointer& connection) {
     std::erase(link_.connections, connection);
     link_.connectionBuffers.erase(connection.get());
+    link_.backlogs.erase(connection.get());
     if (!link_.connections.empty()) {
         return;
     }
@@ -287,6 +328,11 @@ void WebSocketServer::logOf(const Connection& connection, QByteArrayView before,
 }
 
 void WebSocketServer::onMain(StoreStep step) {
+    ++link_.stepsForMain;
+    postToMain(std::move(step));
+}
+
+void WebSocketServer::postToMain(StoreStep step) {
     main_.async([weak = weak_from_this(), step = std::move(step)]() mutable {
         const auto self = weak.lock();
         const auto store = self ? self->historyStore.lock() : nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/AccessRules.h"
+#include "link/MainBacklog.h"
 #include "link/Transport.h"
 #include "records/CallRecord.h"
 #include "records/IncomingCallInfo.h"
@@ -105,6 +107,9 @@ private:
     using ConnectionPointer = std::shared_ptr<Connection>;
     using StoreStep = std::move_only_function<void(HistoryStore*)>;
 
+    // link/WebSocketServer.cpp. On main.
+    [[nodiscard]] AccessRules readAccessRules() const;
+
     // link/WebSocketServer.cpp. On queue.
     void listenerChanged(const Listener::StateReport& report);
     void accept(const ConnectionPointer& connection);
@@ -112,8 +117,9 @@ private:
     void greet(const ConnectionPointer& connection);
     void receive(const ConnectionPointer& connection);
     void received(const ConnectionPointer& connection, Connection::Delivery delivery);
-    void receiveAgain(const ConnectionPointer& connection, std::size_t handledBytes);
-    void mainCaughtUp();
+    void receiveAgain(const ConnectionPointer& connection, bool hasLeftSteps);
+    void markBacklog(const ConnectionPointer& connection, MainBacklog& backlog);
+    void mainCaughtUp(const ConnectionPointer& connection);
     void remove(const ConnectionPointer& connection);
     void reportStatus(const QString& status) const;
     void logOf(const Connection& connection, QByteArrayView before, QByteArrayView after) const;
@@ -141,6 +147,11 @@ private:
     void handleFileChunk(const JsonObject& json);
     void finalizeIncomingFile(const QString& fileName);
 
+    // transfer/IncomingFiles.cpp. On queue. The row follows a transfer as fast as main does: one report of it
+    // is on its way there at a time, and the latest of those that came meanwhile goes next.
+    void reportProgress(const QUuid& id, double progress);
+    void progressReported(const QUuid& id);
+
     // transfer/OutgoingFiles.cpp. On queue. The errors are the file's.
     std::expected<void, QString> queueFile(const QUrl& url);
     std::expected<void, QString> queueChunks(QFile& file, const FileTransferRecord& record);
@@ -166,12 +177,12 @@ private:
     // link/WebSocketServer.cpp. Any thread.
     void sendText(std::shared_ptr<const OutgoingText> text);
 
-    // link/WebSocketServer.cpp. Any thread. The only ways from one queue to the other: the server is held
-    // weakly, and the store is looked up inside the step, which always runs and gets null once server or
-    // store is gone.
-    void onMain(StoreStep step);
+    // link/WebSocketServer.cpp. The only ways from one queue to the other: the server is held weakly, and the
+    // store is looked up inside the step, which always runs and gets null once server or store is gone.
+    void onMain(StoreStep step); ///< on queue; what a message leaves there counts against its phone
     void onStore(std::move_only_function<void(HistoryStore&)> step); ///< onMain, and only while there is one
-    void onQueue(std::move_only_function<void(WebSocketServer&)> step);
+    void postToMain(StoreStep step);                                 ///< any thread; counts against nobody
+    void onQueue(std::move_only_function<void(WebSocketServer&)> step); ///< any thread
 
     Platform& platform_;
     Transport& transport_;
@@ -191,19 +202,21 @@ private:
     /// Queue only. The phone's name for a file is the key: transfers do not belong to a connection.
     struct Incoming {
         std::unordered_map<QString, FileWriteSession> incomingFileSessions;
-        QHash<QString, QUuid> activeTransfers; ///< the rows of the transfer list
+        QHash<QString, QUuid> activeTransfers;               ///< the rows of the transfer list
+        QHash<QUuid, std::optional<double>> progressReports; ///< those on their way, and what goes next
         Base64Decoder decoder;
     } incoming_;
 
     /// Queue only.
     struct Link {
+        AccessRules access; ///< as the settings had them when the listener was started
         std::vector<ConnectionPointer> connections; ///< in order of acceptance
         std::unordered_map<const Connection*, MessageBuffer> connectionBuffers;
         std::unique_ptr<JsonReader> reader;
-        OutgoingSpool spool;           ///< the files that wait to be sent
-        std::size_t messagesAhead = 0; ///< handled since main was last known to have caught up
-        std::size_t bytesAhead = 0;
-        std::vector<ConnectionPointer> waitingForMain; ///< to receive again when main has caught up
+        OutgoingSpool spool; ///< the files that wait to be sent
+        std::unordered_map<const Connection*, MainBacklog> backlogs;
+        std::size_t stepsForMain = 0; ///< all that onMain was ever given
+        std::size_t bytesForMain = 0; ///< what of the message at hand its steps hold, at most
     } link_;
 };
 

@@ -2,8 +2,10 @@
 
 #include "records/Published.h"
 
-#include <QStringView>
+#include <QMultiMap>
+#include <QString>
 
+#include <expected>
 #include <functional>
 
 namespace brenvale {
@@ -19,6 +21,13 @@ public:
 
     /// Whether there is a value under `key`. Any thread.
     [[nodiscard]] virtual bool contains(QStringView key) const = 0;
+
+    /// The values of the section `name` as text, by key; empty where there is none. Neither the section's
+    /// name nor the keys' case tells sections or keys apart for people, so all of that name come, with the
+    /// keys as they are written and as often. The error says to people why the settings cannot be read. Any
+    /// thread.
+    [[nodiscard]] virtual std::expected<QMultiMap<QString, QString>, QString>
+    section(QStringView name) const = 0;
 
     /// Stores `value` under `key`, for this process even where it cannot be written. On main.
     virtual void setInteger(QStringView key, qint64 value) = 0;

@@ -23,6 +23,9 @@ double numberOrZero(const JsonObject& json, std::string_view key) {
 } // namespace
 
 void WebSocketServer::handleRemoteControl(const JsonObject& json) {
+    if (!link_.access.remoteControl) {
+        return; // the user's settings want none
+    }
     const auto command = json.utf8("command");
     if (!command) {
         return;

@@ -12,7 +12,11 @@ std::optional<QUrl> localFileUrl(const QUrl& url) {
 }
 
 QString lastPathComponent(const QUrl& url) {
-    return url.adjusted(QUrl::StripTrailingSlash).fileName();
+    auto path = url.path(QUrl::FullyDecoded);
+    while (path.size() > 1 && path.endsWith(u'/')) {
+        path.chop(1);
+    }
+    return path == u"/" ? path : path.mid(path.lastIndexOf(u'/') + 1);
 }
 
 } // namespace brenvale

@@ -6,30 +6,11 @@
 #include "platform/Platform.h"
 #include "records/HistoryStore.h"
 #include "records/RecordId.h"
-
-#include <expected>
+#include "transfer/LocalFile.h"
 
 namespace brenvale {
 
 namespace {
-
-/// A transfer's identity as the request identifier of its notification.
-QString requestIdentifier(const QUuid& id) {
-    return id.toString(QUuid::WithoutBraces).toUpper();
-}
-
-/// The file of that path, emptied and open for writing, or the system's error.
-std::expected<std::unique_ptr<QFile>, QString> createFile(const QString& path) {
-    if (path.contains(QChar::Null)) {
-        return std::unexpected(
-            QStringLiteral("Invalid file name")); // the system would read only what is before it
-    }
-    auto file = std::make_unique<QFile>(path);
-    if (!file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        return std::unexpected(file->errorString());
-    }
-    return file;
-}
 
 /// Adds `bytes` to the end of the file. Gives the file's new length, or nothing, and then the file has the
 /// error.
@@ -73,7 +54,7 @@ void WebSocketServer::handleFileTransferStart(const JsonObject& json) {
         if (store != nullptr) {
             store->addFileTransfer(record);
         }
-        manager->postFileProgress(record.fileName, 0, requestIdentifier(record.id));
+        manager->postFileProgress(record.fileName, 0, recordIdText(record.id));
     });
 }
 
@@ -91,6 +72,7 @@ void WebSocketServer::handleFileChunk(const JsonObject& json) {
     if (!bytes) {
         return;
     }
+    link_.bytesForMain = static_cast<std::size_t>(fileName->size()); // the data stays here
     auto& file = *session->second.handle;
     const auto length = append(file, *bytes);
     if (!length) {
@@ -99,12 +81,32 @@ void WebSocketServer::handleFileChunk(const JsonObject& json) {
     }
     const auto totalSize = session->second.totalSize;
     const double progress = totalSize > 0 ? static_cast<double>(*length) / static_cast<double>(totalSize) : 0;
-    // Without a row of that name the update finds none.
-    onStore([id = incoming_.activeTransfers.value(*fileName), progress](HistoryStore& store) {
-        store.updateFileTransfer(id, progress, false);
-    });
+    reportProgress(incoming_.activeTransfers.value(*fileName), progress); // without a row it finds none
     if (json.boolean("isLast").value_or(false) || json.utf8("action") == "file_transfer") {
         finalizeIncomingFile(*fileName);
+    }
+}
+
+void WebSocketServer::reportProgress(const QUuid& id, double progress) {
+    const auto report = incoming_.progressReports.find(id);
+    if (report != incoming_.progressReports.end()) {
+        *report = progress;
+        return;
+    }
+    incoming_.progressReports.insert(id, {});
+    postToMain([weak = weak_from_this(), id, progress](HistoryStore* store) {
+        if (store != nullptr) {
+            store->updateFileTransfer(id, progress, false);
+        }
+        if (const auto self = weak.lock()) {
+            self->onQueue([id](WebSocketServer& server) { server.progressReported(id); });
+        }
+    });
+}
+
+void WebSocketServer::progressReported(const QUuid& id) {
+    if (const auto newer = incoming_.progressReports.take(id)) {
+        reportProgress(id, *newer);
     }
 }
 
@@ -129,13 +131,14 @@ void WebSocketServer::finalizeIncomingFile(const QString& fileName) {
     }
     const auto id = incoming_.activeTransfers.contains(fileName) ? incoming_.activeTransfers.take(fileName)
                                                                  : makeRecordId();
+    incoming_.progressReports.remove(id);
     onMain([manager = notificationManager_, id, fileName, url = session.mapped().url](HistoryStore* store) {
         if (store != nullptr) {
             store->updateFileTransfer(id, 1.0, true, url);
         }
         manager->postSimple(QStringLiteral("File Received"),
                             QStringLiteral("Successfully received '") + fileName + u'\'');
-        manager->postFileProgress(fileName, 1.0, requestIdentifier(id));
+        manager->postFileProgress(fileName, 1.0, recordIdText(id));
     });
 }
 

@@ -6,8 +6,7 @@
 #include "records/RecordId.h"
 #include "transfer/FileChunkText.h"
 #include "transfer/FileUrl.h"
-
-#include <QFile>
+#include "transfer/LocalFile.h"
 
 namespace brenvale {
 
@@ -35,19 +34,19 @@ void WebSocketServer::sendFile(const QUrl& url) {
 }
 
 std::expected<void, QString> WebSocketServer::queueFile(const QUrl& url) {
-    QFile file(url.toLocalFile());
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return std::unexpected(file.errorString());
+    const auto file = openFile(url.toLocalFile());
+    if (!file) {
+        return std::unexpected(file.error());
     }
     const FileTransferRecord record{.id = makeRecordId(),
                                     .fileName = lastPathComponent(url),
                                     .url = url,
-                                    .fileSize = file.size(),
+                                    .fileSize = (*file)->size(),
                                     .date = QDateTime::currentDateTime(),
                                     .isOutgoing = true};
     onStore([record](HistoryStore& store) { store.addFileTransfer(record); });
     send(fileTransferStartText(record.fileName, record.fileSize));
-    return queueChunks(file, record);
+    return queueChunks(**file, record);
 }
 
 std::expected<void, QString> WebSocketServer::queueChunks(QFile& file, const FileTransferRecord& record) {

@@ -1,4 +1,6 @@
 """Web pages of other sites are kept out; phones, which send no origin, and pages of this machine are not."""
+import socket
+
 from brenvale_desk import DeskTest, main
 
 
@@ -38,11 +40,19 @@ class OriginTest(DeskTest):
             with self.subTest(origin):
                 self.assertEqual(self.answer(Origin=origin), 101)
 
-    def test_page_of_the_host_that_is_asked_for_passes(self):
-        host = f'desk.example:{self.program.port}'
-        self.assertEqual(self.answer(Host=host, Origin=f'http://{host}'), 101)
-        self.assertEqual(self.answer(Host=host, Origin='https://DESK.example'), 101)
-        self.assertEqual(self.answer(Host=host, Origin='http://other.example'), 403)
+    def test_page_of_this_computer_passes_by_its_address_or_name(self):
+        own = socket.gethostname()
+        for name in ('192.168.77.1', '[2001:db8::1]', own, f'{own}.local', own.upper()):
+            with self.subTest(name):
+                host = f'{name}:{self.program.port}'
+                self.assertEqual(self.answer(Host=host, Origin=f'http://{host}'), 101)
+                self.assertEqual(self.answer(Host=host, Origin='http://other.example'), 403)
+
+    def test_page_whose_name_was_made_to_point_here_is_refused(self):
+        for name in ('page.example', f'{socket.gethostname()}.page.example', 'page.local'):
+            with self.subTest(name):
+                host = f'{name}:{self.program.port}'
+                self.assertEqual(self.answer(Host=host, Origin=f'http://{host}'), 403)
 
     def test_no_origin_passes(self):
         self.assertEqual(self.answer(), 101)

@@ -227,6 +227,15 @@ public:
         return integers_.contains(key.toString());
     }
 
+    [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
+    section(QStringView name) const override {
+        const std::scoped_lock lock(mutex_);
+        if (!sectionError_.isEmpty()) {
+            return std::unexpected(sectionError_);
+        }
+        return sections_.value(name.toString());
+    }
+
     void setInteger(QStringView key, qint64 value) override { set(key.toString(), value); }
 
     [[nodiscard]] Subscription observe(std::function<void()> observer) override {
@@ -242,9 +251,22 @@ public:
         change_.set({});
     }
 
+    void setSection(const QString& name, const QMultiMap<QString, QString>& values) {
+        const std::scoped_lock lock(mutex_);
+        sections_.insert(name, values);
+    }
+
+    /// From now on no section can be read.
+    void failSections(const QString& error) {
+        const std::scoped_lock lock(mutex_);
+        sectionError_ = error;
+    }
+
 private:
     mutable std::mutex mutex_;
     QHash<QString, qint64> integers_;
+    QHash<QString, QMultiMap<QString, QString>> sections_;
+    QString sectionError_;
     Published<std::monostate> change_;
 };
 

@@ -15,6 +15,7 @@ public:
 
     [[nodiscard]] const Endpoint& endpoint() const override { return endpoint_; }
     void start() override { report({State::preparing, {}}); }
+    void refuse(const QByteArray& reason) override { report({State::failed, reason}); }
     void cancel() override {
         isCancelled = true;
         report({State::cancelled, {}});

@@ -277,20 +277,3 @@ TEST(Receiving, ABrokenConnectionIsSentToUntilItsStateChanges) {
     test.run();
     EXPECT_EQ(phone->sent.size(), 2U);
 }
-
-TEST(Receiving, AFloodWaitsForTheMainThread) {
-    TestServer test;
-    const auto phone = test.connectPhone();
-    int messages = 0;
-    while (phone->isReceiveArmed() && messages < 5000) {
-        phone->deliver(R"({"app":"a"})");
-        test.queue.run();
-        ++messages;
-    }
-    EXPECT_LT(messages, 5000);
-    EXPECT_GE(messages, 1000);
-    EXPECT_TRUE(test.store->items.get().isEmpty());
-    test.run();
-    EXPECT_TRUE(phone->isReceiveArmed());
-    EXPECT_EQ(test.store->items.get().size(), 100);
-}

@@ -31,7 +31,14 @@ TEST(LocalFileUrl, WhatIsNoFileIsNot) {
 }
 
 TEST(LastPathComponent, IsTheNameOfAFileOrFolder) {
-    EXPECT_EQ(lastPathComponent(QUrl(QStringLiteral("file:///tmp/a%20b.txt"))), QStringLiteral("a b.txt"));
-    EXPECT_EQ(lastPathComponent(QUrl(QStringLiteral("file:///tmp/folder/"))), QStringLiteral("folder"));
-    EXPECT_EQ(lastPathComponent(QUrl(QStringLiteral("file:///tmp/folder"))), QStringLiteral("folder"));
+    const auto of = [](const char* url) {
+        return lastPathComponent(QUrl(QString::fromUtf8(url)));
+    };
+    EXPECT_EQ(of("file:///home/me/a.txt"), QStringLiteral("a.txt"));
+    EXPECT_EQ(of("file:///home/me/My%20File%23.txt"), QStringLiteral("My File#.txt"));
+    EXPECT_EQ(of("file:///home/me/"), QStringLiteral("me"));
+    EXPECT_EQ(of("file:///home/me///"), QStringLiteral("me"));
+    EXPECT_EQ(of("file:///"), QStringLiteral("/"));
+    EXPECT_EQ(of("file://localhost/home/me/a.txt"), QStringLiteral("a.txt"));
+    EXPECT_EQ(of(""), QString());
 }

@@ -8,7 +8,9 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
+
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace brenvale;
 using testing::ElementsAre;
@@ -229,6 +231,29 @@ TEST_F(IncomingFiles, NamesThatNoFileCanHaveAreRefusedByTheDisk) {
     start(QByteArray(5000, 'x'));
     EXPECT_TRUE(rows().isEmpty());
     EXPECT_EQ(test.dispatchLog().size(), 5);
+}
+
+TEST_F(IncomingFiles, WhatIsNoFileIsNeitherWaitedForNorWrittenTo) {
+    ASSERT_EQ(::mkfifo(path(QStringLiteral("pipe")).toUtf8().constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), path(QStringLiteral("device"))));
+    ASSERT_TRUE(QFile::link(path(QStringLiteral("pipe")), path(QStringLiteral("link"))));
+    for (const auto* name : {"pipe", "device", "link"}) {
+        start(name);
+        chunk(name, "hello", true);
+    }
+    const QByteArray line = "[WebSocketServer] Failed to create file handle: Not a regular file";
+    EXPECT_THAT(test.dispatchLog(), ElementsAre(line, line, line));
+    EXPECT_TRUE(rows().isEmpty());
+    EXPECT_THAT(test.notifications(), IsEmpty());
+}
+
+TEST_F(IncomingFiles, AFolderInThePlaceOfAFileIsAnError) {
+    QDir(test.fake.downloads.folder()).mkdir(QStringLiteral("a"));
+    for (const auto* name : {"a", "", ".", "a/"}) {
+        start(name);
+    }
+    EXPECT_EQ(test.fake.log.count("Failed to create file handle: Is a directory"), 4);
+    EXPECT_TRUE(rows().isEmpty());
 }
 
 TEST_F(IncomingFiles, AnyOtherNameIsKept) {

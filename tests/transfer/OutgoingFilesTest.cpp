@@ -7,6 +7,7 @@
 
 #include <thread>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace brenvale;
@@ -188,6 +189,30 @@ TEST_F(OutgoingFiles, AFileThatCannotBeOpenedIsToldAndHasNoRow) {
     EXPECT_TRUE(QString::fromStdString(test.notifications()[1])
                     .startsWith(QStringLiteral("File Send Failed: Could not read or send '%1'. Error: ")
                                     .arg(QDir(folder.path()).dirName())));
+}
+
+TEST_F(OutgoingFiles, WhatIsNoFileIsNotWaitedForAndTheNextFileGoes) {
+    const auto pipe = folder.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(::mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    const auto phone = connectPhone();
+    for (const auto& path : {pipe, QStringLiteral("/dev/zero")}) {
+        send(QUrl::fromLocalFile(path));
+    }
+    send(QUrl::fromLocalFile(folder.path() + u'/'));
+    EXPECT_THAT(test.dispatchLog(),
+                ElementsAre("[WebSocketServer] Failed to read/send file: Not a regular file",
+                            "[WebSocketServer] Failed to read/send file: Not a regular file",
+                            "[WebSocketServer] Failed to read/send file: Is a directory"));
+    const auto folderName = QFileInfo(folder.path()).fileName().toStdString();
+    EXPECT_THAT(
+        test.notifications(),
+        ElementsAre("File Send Failed: Could not read or send 'pipe'. Error: Not a regular file",
+                    "File Send Failed: Could not read or send 'zero'. Error: Not a regular file",
+                    "File Send Failed: Could not read or send '" + folderName + "'. Error: Is a directory"));
+    EXPECT_TRUE(rows().isEmpty());
+    EXPECT_THAT(phone->sent, IsEmpty());
+    send(makeFile(QStringLiteral("a.txt"), "hello"));
+    EXPECT_EQ(phone->sent.size(), 2U);
 }
 
 TEST_F(OutgoingFiles, OnlyTheSizeAtTheStartCounts) {

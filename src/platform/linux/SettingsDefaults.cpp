@@ -1,10 +1,12 @@
 #include "platform/linux/SettingsDefaults.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileSystemWatcher>
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -37,6 +39,39 @@ qint64 nearestInteger(const QString& text) {
     return bytes.startsWith('-') ? Limits::min() : Limits::max();
 }
 
+/// Whether a line of an INI file is none, a remark behind '#' apart: people write those, and Qt takes them
+/// for broken lines.
+bool isBrokenLine(const QByteArray& line) {
+    const auto text = line.trimmed();
+    const bool isSection = text.startsWith('[') && text.endsWith(']');
+    return !text.isEmpty() && !text.startsWith(';') && !text.startsWith('#') && !isSection &&
+           (text.startsWith('[') || !text.contains('='));
+}
+
+bool hasBrokenLine(const QString& path) {
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly)) {
+        return true;
+    }
+    const auto lines = file.readAll().split('\n');
+    return std::ranges::any_of(lines, isBrokenLine);
+}
+
+/// Why the settings cannot be relied upon; empty where they can.
+QString problemOf(const QSettings& settings) {
+    if (settings.status() == QSettings::AccessError) {
+        return QStringLiteral("the settings file cannot be read");
+    }
+    const bool isBroken = settings.status() == QSettings::FormatError && hasBrokenLine(settings.fileName());
+    return isBroken ? QStringLiteral("the settings file has a line that cannot be read") : QString();
+}
+
+/// As it is written, also where commas make a list of it; nothing where it is no text.
+std::optional<QString> textOf(const QVariant& value) {
+    const bool isText = value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QStringList;
+    return isText ? std::optional(value.toStringList().join(u',')) : std::nullopt;
+}
+
 } // namespace
 
 SettingsDefaults::SettingsDefaults() = default;
@@ -55,6 +90,26 @@ qint64 SettingsDefaults::integer(QStringView key) const {
 
 bool SettingsDefaults::contains(QStringView key) const {
     return unwritten(key) || QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString());
+}
+
+std::expected<QMultiMap<QString, QString>, QString> SettingsDefaults::section(QStringView name) const {
+    const QSettings settings(settingsPath(), QSettings::IniFormat);
+    if (const auto problem = problemOf(settings); !problem.isEmpty()) {
+        return std::unexpected(problem);
+    }
+    QMultiMap<QString, QString> values;
+    for (const auto& path : settings.allKeys()) {
+        const auto slash = path.indexOf(u'/');
+        if (slash < 0 || QStringView(path).left(slash).compare(name, Qt::CaseInsensitive) != 0) {
+            continue;
+        }
+        const auto value = textOf(settings.value(path));
+        if (!value) {
+            return std::unexpected(QStringLiteral("the value of %1 is no text").arg(path));
+        }
+        values.insert(path.mid(slash + 1), *value);
+    }
+    return values;
 }
 
 void SettingsDefaults::setInteger(QStringView key, qint64 value) {

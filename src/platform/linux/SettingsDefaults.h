@@ -24,6 +24,8 @@ public:
 
     [[nodiscard]] qint64 integer(QStringView key) const override;
     [[nodiscard]] bool contains(QStringView key) const override;
+    [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
+    section(QStringView name) const override;
     void setInteger(QStringView key, qint64 value) override;
     [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 

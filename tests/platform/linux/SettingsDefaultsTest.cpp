@@ -137,3 +137,65 @@ TEST_F(SettingsDefaultsTest, AnObserverIsToldOfOtherProcesses) {
         ASSERT_TRUE(becomes(seen, round));
     }
 }
+
+namespace {
+
+using Section = QMultiMap<QString, QString>;
+
+struct SettingsSectionTest : Settings {
+    [[nodiscard]] Section securityOf(const QByteArray& contents) const {
+        write(contents);
+        return defaults.section(u"Security").value_or(Section{{QStringLiteral("error"), QString()}});
+    }
+
+    [[nodiscard]] QString errorOf(const QByteArray& contents) const {
+        write(contents);
+        const auto section = defaults.section(u"Security");
+        return section ? QString() : section.error();
+    }
+};
+
+const auto allow = QStringLiteral("allow");
+
+} // namespace
+
+TEST_F(SettingsSectionTest, IsEmptyWhereThereIsNone) {
+    EXPECT_EQ(defaults.section(u"Security"), Section());
+    EXPECT_EQ(securityOf("[General]\nport=9000\nallow=1\n[Other]\nallow=2\n"), Section());
+}
+
+TEST_F(SettingsSectionTest, HasItsValuesAsTheyAreWritten) {
+    EXPECT_EQ(securityOf("[Security]\nallow=10.0.0.1, fd00::/8 10.0.0.2\nremoteControl=false\n"),
+              Section({{allow, QStringLiteral("10.0.0.1,fd00::/8 10.0.0.2")},
+                       {QStringLiteral("remoteControl"), QStringLiteral("false")}}));
+    EXPECT_EQ(securityOf("[Security]\nallow=\n"), Section({{allow, QString()}}));
+    EXPECT_EQ(securityOf("[Security]\r\nallow = \"10.0.0.1\" ; a remark\r\n"),
+              Section({{allow, QStringLiteral("10.0.0.1")}}));
+}
+
+TEST_F(SettingsSectionTest, IsFoundInAnyCaseAndHasAllThatIsThere) {
+    EXPECT_EQ(securityOf("[security]\nallow=1\n[SECURITY]\nallow=2\nAllow=3\n").values(allow).size(), 2);
+    EXPECT_EQ(securityOf("[security]\nallow=1\n[SECURITY]\nallow=2\nAllow=3\n").size(), 3);
+}
+
+TEST_F(SettingsSectionTest, RemarksAreNoFault) {
+    EXPECT_EQ(errorOf("# by hand\n; by hand\n[Security]\n  # the phone\nallow=10.0.0.1\n"), QString());
+}
+
+TEST_F(SettingsSectionTest, ABrokenLineMayBeMeantForIt) {
+    const auto problem = QStringLiteral("the settings file has a line that cannot be read");
+    for (const auto* contents : {"[Security\nallow=10.0.0.1\n", "[Security]\nallow 10.0.0.1\n",
+                                 "[Security]\nallow\n", "Security]\nallow=10.0.0.1\n", "[General]\nport\n"}) {
+        EXPECT_EQ(errorOf(contents), problem) << contents;
+    }
+}
+
+TEST_F(SettingsSectionTest, AValueThatIsNoTextIsAnError) {
+    EXPECT_EQ(errorOf("[Security]\nallow=@Invalid()\n"),
+              QStringLiteral("the value of Security/allow is no text"));
+}
+
+TEST_F(SettingsSectionTest, WhatIsNoFileIsAnError) {
+    QDir(folder.path()).mkpath(QStringLiteral("brenvale/brenvale.conf"));
+    EXPECT_EQ(defaults.section(u"Security").error(), QStringLiteral("the settings file cannot be read"));
+}
