@@ -39,31 +39,27 @@ qint64 nearestInteger(const QString& text) {
     return bytes.startsWith('-') ? Limits::min() : Limits::max();
 }
 
-/// Whether a line of an INI file is none, a remark behind '#' apart: people write those, and Qt takes them
-/// for broken lines.
+/// Whether a line of an INI file is none. A remark may stand behind '#', which Qt takes for a broken line.
 bool isBrokenLine(const QByteArray& line) {
     const auto text = line.trimmed();
-    const bool isSection = text.startsWith('[') && text.endsWith(']');
-    return !text.isEmpty() && !text.startsWith(';') && !text.startsWith('#') && !isSection &&
-           (text.startsWith('[') || !text.contains('='));
+    const bool isRemark = text.startsWith(';') || text.startsWith('#');
+    return !text.isEmpty() && !isRemark && !text.contains(text.startsWith('[') ? ']' : '=');
 }
 
-bool hasBrokenLine(const QString& path) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) {
-        return true;
+/// Why the settings cannot be relied upon; empty where they can. Qt tells it once only, to whoever reads the
+/// file first, and from then on gives what it understood.
+QString problemOfFile() {
+    QFile file(settingsPath());
+    if (!file.exists()) {
+        return {};
     }
-    const auto lines = file.readAll().split('\n');
-    return std::ranges::any_of(lines, isBrokenLine);
-}
-
-/// Why the settings cannot be relied upon; empty where they can.
-QString problemOf(const QSettings& settings) {
-    if (settings.status() == QSettings::AccessError) {
+    if (!file.open(QFile::ReadOnly)) {
         return QStringLiteral("the settings file cannot be read");
     }
-    const bool isBroken = settings.status() == QSettings::FormatError && hasBrokenLine(settings.fileName());
-    return isBroken ? QStringLiteral("the settings file has a line that cannot be read") : QString();
+    const auto lines = file.readAll().split('\n');
+    return std::ranges::any_of(lines, isBrokenLine)
+               ? QStringLiteral("the settings file has a line that cannot be read")
+               : QString();
 }
 
 /// As it is written, also where commas make a list of it; nothing where it is no text.
@@ -93,10 +89,10 @@ bool SettingsDefaults::contains(QStringView key) const {
 }
 
 std::expected<QMultiMap<QString, QString>, QString> SettingsDefaults::section(QStringView name) const {
-    const QSettings settings(settingsPath(), QSettings::IniFormat);
-    if (const auto problem = problemOf(settings); !problem.isEmpty()) {
+    if (const auto problem = problemOfFile(); !problem.isEmpty()) {
         return std::unexpected(problem);
     }
+    const QSettings settings(settingsPath(), QSettings::IniFormat);
     QMultiMap<QString, QString> values;
     for (const auto& path : settings.allKeys()) {
         const auto slash = path.indexOf(u'/');

@@ -187,6 +187,7 @@ TEST_F(SettingsSectionTest, ABrokenLineMayBeMeantForIt) {
     for (const auto* contents : {"[Security\nallow=10.0.0.1\n", "[Security]\nallow 10.0.0.1\n",
                                  "[Security]\nallow\n", "Security]\nallow=10.0.0.1\n", "[General]\nport\n"}) {
         EXPECT_EQ(errorOf(contents), problem) << contents;
+        EXPECT_EQ(defaults.section(u"Security").error(), problem) << contents << "the second time too";
     }
 }
 
