@@ -1,11 +1,15 @@
 #include "Screenshots.h"
 
 #include "SampleStates.h"
+#include "calls/ActiveCallBanner.h"
+#include "calls/IncomingCallBanner.h"
+#include "calls/QmlCallPanel.h"
 #include "shell/QmlMainWindow.h"
 
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFontInfo>
 #include <QPalette>
 #include <QQuickView>
 
@@ -29,6 +33,64 @@ bool takeScreenshot(TestView& test, const QString& file) {
         QCoreApplication::processEvents();
     }
     return window.view()->grabWindow().save(file);
+}
+
+/// What a call panel may have to show, by name.
+struct SampleCall {
+    QString name;
+    IncomingCallInfo caller;
+};
+
+std::vector<SampleCall> sampleCalls() {
+    const auto call = [](const char* name, const char* number, const char* caller) {
+        return SampleCall{QString::fromUtf8(name),
+                          {.number = QString::fromUtf8(number), .name = QString::fromUtf8(caller)}};
+    };
+    return {call("name", "+49 170 1234567", "Ann Lee"), call("number", "+49 170 1234567", ""),
+            call("unknown", "unknown", "Unknown"),
+            call("long", "+491701234567890123456789",
+                 "Bartholomäus Maximilian von Hohenstein-Wittelsbach zu Neuenburg an der Donau"),
+            call("right-to-left", "+972 50 1234567", "דנה כהן")};
+}
+
+bool takePanelScreenshot(const QString& view, QObject& banner, const QString& file) {
+    QmlCallPanel panel(view, banner, {.prepare = {}, .isTranslucent = true});
+    panel.orderFrontRegardless();
+    QCoreApplication::processEvents();
+    return panel.view().grabWindow().save(file);
+}
+
+/// Of both panels in all states, as CALL-STATE.
+bool takePanelScreenshots(TestView& test, const QString& start) {
+    bool isGood = true;
+    for (const auto& call : sampleCalls()) {
+        IncomingCallBanner ringing(call.caller);
+        isGood &= takePanelScreenshot(QStringLiteral("IncomingCallBanner"), ringing,
+                                      start + QStringLiteral("ringing-%1.png").arg(call.name));
+        auto& notifications = test.fake.internalNotifications;
+        ActiveCallBanner running({.number = call.caller.number, .name = *call.caller.name}, notifications,
+                                 *test.server);
+        isGood &= takePanelScreenshot(QStringLiteral("ActiveCallBanner"), running,
+                                      start + QStringLiteral("running-%1.png").arg(call.name));
+        notifications.post(InternalNotifications::callDurationUpdated, qint64{3725});
+        running.toggleMute();
+        isGood &= takePanelScreenshot(QStringLiteral("ActiveCallBanner"), running,
+                                      start + QStringLiteral("muted-for-an-hour-%1.png").arg(call.name));
+    }
+    return isGood;
+}
+
+/// In the ordinary size of text, and in one and a half times that.
+bool takeAllPanelScreenshots(const QString& folder) {
+    TestView test;
+    const auto ordinary = QApplication::font();
+    auto large = ordinary;
+    large.setPixelSize(QFontInfo(ordinary).pixelSize() * 3 / 2);
+    const bool isGood = takePanelScreenshots(test, folder + QStringLiteral("/panel-"));
+    QApplication::setFont(large);
+    const bool isLargeGood = takePanelScreenshots(test, folder + QStringLiteral("/panel-large-text-"));
+    QApplication::setFont(ordinary);
+    return isGood && isLargeGood;
 }
 
 } // namespace
@@ -60,7 +122,7 @@ bool takeScreenshots(const QString& folder) {
             }
         }
     }
-    return true;
+    return takeAllPanelScreenshots(folder);
 }
 
 } // namespace brenvale
