@@ -226,7 +226,7 @@ void measureStream(const Table& table, Phone& phone, Observer& observer, int sec
 QString mixedText(qsizetype length) {
     const auto pattern = QStringLiteral(
         "The quick Fuchs jagt über Ängste, naïve Éclairs; Ελλάδα, привет, مرحبا, שלום, 漢字かな, 👍 ");
-    auto text = pattern.repeated(length / pattern.size() + 1).first(length);
+    auto text = pattern.repeated((length / pattern.size()) + 1).first(length);
     if (text.back().isHighSurrogate()) {
         text.chop(1);
     }

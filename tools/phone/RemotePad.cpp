@@ -67,7 +67,18 @@ qsizetype lengthOf(char first) {
     if (byte < 0xc0) {
         return 1;
     }
-    return byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : 4;
+    if (byte < 0xe0) {
+        return 2;
+    }
+    return byte < 0xf0 ? 3 : 4;
+}
+
+/// How many pixels an arrow moves the pointer.
+double stepWith(int modifiers) {
+    if ((modifiers & shift) != 0) {
+        return 1;
+    }
+    return (modifiers & control) != 0 ? 100 : 10;
 }
 
 QString prefixOf(int modifiers) {
@@ -207,12 +218,12 @@ void RemotePad::finishSequence(QByteArrayView parameters, char end) {
         const auto* key = std::ranges::find(specialKeys, number, &SpecialKey::number);
         if (key != specialKeys.end()) {
             const bool isSlide = number == 5 || number == 6;
-            RemoteCommand command{.command = (isSlide ? prefixOf(modifiers) : QString()) +
+            RemoteCommand special{.command = (isSlide ? prefixOf(modifiers) : QString()) +
                                              QString::fromLatin1(key->command)};
             if (key->type != nullptr) {
-                command.type = QString::fromLatin1(key->type);
+                special.type = QString::fromLatin1(key->type);
             }
-            commands_ << command;
+            commands_ << special;
         }
         return;
     }
@@ -224,7 +235,7 @@ void RemotePad::finishSequence(QByteArrayView parameters, char end) {
         commands_ << plain(prefixOf(modifiers) + QString::fromLatin1(key->name));
         return;
     }
-    const double step = (modifiers & shift) != 0 ? 1 : (modifiers & control) != 0 ? 100 : 10;
+    const double step = stepWith(modifiers);
     commands_ << RemoteCommand{.command = QStringLiteral("move"),
                                .type = QStringLiteral("mouse_move"),
                                .dx = step * key->dx,
