@@ -89,8 +89,8 @@ private:
             }
             ++requests;
         }
-        void removeDelivered(const QStringList& /*identifiers*/) override {}
-        void removePending(const QStringList& /*identifiers*/) override {}
+        void removeDelivered(const QList<RequestIdentifier>& /*identifiers*/) override {}
+        void removePending(const QList<RequestIdentifier>& /*identifiers*/) override {}
         std::atomic<int> requests = 0;
     };
 

@@ -141,7 +141,10 @@ class Soak:
         self.recorder.log.write_text('')  # the test's own file
 
     def sample(self):
-        self.program.wait_at_rest()
+        try:
+            self.program.wait_at_rest()
+        except TimeoutError:
+            print('not at rest:', self.program.wake_ups(), file=sys.stderr)
         status = self.program.status()
         kilobytes = lambda name: int(re.search(rf'^{name}:\s*(\d+) kB', status, re.M)[1])
         return {'MB': kilobytes('VmRSS') / 1024, 'own MB': kilobytes('RssAnon') / 1024,

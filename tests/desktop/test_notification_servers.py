@@ -145,11 +145,12 @@ class ChangingServerTest(ServersTest):
         self.assertEqual(self.program.matching(r'\[Notifications\].*'), [])
 
     def test_a_server_that_stands_still_gets_the_latest_and_every_removal(self):
-        self.post(self.phone, 'shown', key='old')
-        self.wait_for_body(self.recorder, 'shown')
+        self.post(self.phone, 'first')
+        self.wait_for_body(self.recorder, 'first')
         self.recorder.process.send_signal(signal.SIGSTOP)
         self.addCleanup(self.recorder.process.send_signal, signal.SIGCONT)
-        self.post(self.phone, 'shown', key='new')  # takes the first one away
+        self.post(self.phone, 'on its way', key='old')
+        self.post(self.phone, 'on its way', key='new')  # takes the one away that is on its way
         self.storm(3000)
         self.phone.ping()
         time.sleep(6)  # from now on it counts as one that stands still
