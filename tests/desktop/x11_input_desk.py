@@ -3,10 +3,9 @@ import json
 import os
 import pathlib
 import subprocess
-import sys
 import time
 
-from desk import Desk, wait_until
+from desk import DEADLINE, wait_until
 
 HERE = pathlib.Path(__file__).resolve().parent
 BUILD = pathlib.Path(os.environ.get('BRENVALE_BIN', HERE.parent.parent / 'build/dev/bin'))
@@ -34,12 +33,13 @@ class Poster:
         self.send(line)
         return self.process.stdout.readline().strip()
 
-    def end(self):
+    def close(self):
         """Ends it in its own way, and waits for that."""
-        self.process.stdin.close()
-        self.process.wait(20)
-        self.process.stdout.close()
-        self.desk.children.remove(self.process)
+        if self.process in self.desk.children:
+            self.process.stdin.close()
+            self.process.wait(DEADLINE)
+            self.process.stdout.close()
+            self.desk.children.remove(self.process)
 
 
 class Receiver:

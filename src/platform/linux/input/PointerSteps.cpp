@@ -14,7 +14,9 @@ int takeWhole(double& value) {
     if (!std::isfinite(value)) {
         value = 0;
     }
-    const double whole = std::trunc(value);
+    // Ten moves by a tenth are one pixel, though their sum falls a little short of it.
+    constexpr double error = 1e-6;
+    const double whole = std::trunc(value + std::copysign(error, value));
     value -= whole;
     return static_cast<int>(std::clamp(whole, -farthest, farthest));
 }

@@ -14,8 +14,8 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 // The state of the keyboard is looked at again after so many characters: the user may press Shift at any
-// time.
-constexpr std::size_t pieceLength = 16;
+// time, and garbles what is under way then.
+constexpr std::size_t pieceLength = 4;
 // How far a program may lag behind before it gets time to catch up.
 constexpr std::size_t mostUnread = 256;
 // A program that has read nothing for so long hangs; the text goes on without heed of it.
