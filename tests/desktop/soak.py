@@ -117,6 +117,7 @@ class Soak:
         try:
             self.use()
         except Exception:
+            time.sleep(2)  # it may be on its way out
             if self.program.process.poll() is not None:
                 sys.exit(f'the program ended with {self.program.process.returncode}: {self.program.error_text()}')
             states = [(thread.name, (thread / 'stat').read_text().rsplit(') ', 1)[1][0], (thread / 'wchan').read_text())
