@@ -1,0 +1,106 @@
+#include "platform/linux/input/PostedEvents.h"
+
+#include <gtest/gtest.h>
+
+#include <poll.h>
+
+using namespace brenvale;
+
+namespace {
+
+void addFromAnotherThread(PostedEvents& events, PostedEvent event) {
+    std::jthread([&events, event = std::move(event)] { events.add(event); }).join();
+}
+
+bool isText(const std::optional<PostedEvent>& event, const QString& text) {
+    const auto* key = event ? std::get_if<KeyEvent>(&*event) : nullptr;
+    return key != nullptr && key->text == text;
+}
+
+bool isMove(const std::optional<PostedEvent>& event) {
+    return event && std::holds_alternative<PointerMove>(*event);
+}
+
+KeyEvent textEvent(const QString& text) {
+    return {.isDown = true, .text = text};
+}
+
+} // namespace
+
+TEST(PostedEvents, WhatOneThreadPostsStaysInItsOrder) {
+    PostedEvents events;
+    events.add(textEvent(QStringLiteral("a")));
+    events.add(PointerMove{});
+    events.add(textEvent(QStringLiteral("b")));
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("a")));
+    EXPECT_FALSE(events.takeBeside());
+    EXPECT_TRUE(isMove(events.take()));
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("b")));
+    EXPECT_FALSE(events.take());
+}
+
+TEST(PostedEvents, ThePointerOfAnotherThreadDoesNotWaitForAText) {
+    PostedEvents events;
+    events.add(textEvent(QStringLiteral("long")));
+    events.add(textEvent(QStringLiteral("longer")));
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("long")));
+    addFromAnotherThread(events, PointerMove{});
+    EXPECT_TRUE(isMove(events.takeBeside()));
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("longer")));
+}
+
+TEST(PostedEvents, APressThatWasTakenInIsReleasedHoweverFullItIs) {
+    PostedEvents events;
+    events.add(KeyEvent{.keyCode = 123, .isDown = true});
+    for (int i = 0; i < 50'000; ++i) {
+        events.add(SystemDefinedEvent{});
+        events.add(KeyEvent{.keyCode = 124, .isDown = true});
+    }
+    events.add(KeyEvent{.keyCode = 123});
+    std::optional<PostedEvent> last;
+    int count = 0;
+    while (auto event = events.take()) {
+        last = std::move(event);
+        ++count;
+    }
+    EXPECT_LE(count, 50'000) << "it is bounded";
+    ASSERT_TRUE(last && std::holds_alternative<KeyEvent>(*last));
+    EXPECT_EQ(std::get<KeyEvent>(*last).keyCode, 123);
+    EXPECT_FALSE(std::get<KeyEvent>(*last).isDown);
+}
+
+TEST(PostedEvents, AReleaseWithoutAPressVanishes) {
+    PostedEvents events;
+    events.add(KeyEvent{.keyCode = 123});
+    EXPECT_FALSE(events.take());
+}
+
+TEST(PostedEvents, TextsAreBoundedTogether) {
+    PostedEvents events;
+    const auto text = textEvent(QString(600'000, u'x'));
+    events.add(text);
+    events.add(text);
+    EXPECT_TRUE(events.take());
+    EXPECT_FALSE(events.take());
+    events.add(text);
+    EXPECT_TRUE(events.take()) << "what was taken makes room";
+}
+
+TEST(PostedEvents, OnceClosedNothingIsTakenIn) {
+    PostedEvents events;
+    events.add(PointerMove{});
+    events.close();
+    events.add(PointerMove{});
+    EXPECT_TRUE(events.isClosed());
+    EXPECT_FALSE(events.take());
+}
+
+TEST(PostedEvents, SleepersAreWoken) {
+    PostedEvents events;
+    pollfd source{.fd = events.descriptor(), .events = POLLIN, .revents = 0};
+    EXPECT_EQ(::poll(&source, 1, 0), 0);
+    events.add(PointerMove{});
+    EXPECT_EQ(::poll(&source, 1, 0), 1);
+    events.acknowledge();
+    EXPECT_EQ(::poll(&source, 1, 0), 0);
+}
