@@ -22,7 +22,7 @@ namespace {
 
 constexpr auto shortagePause = 500ms;
 
-QString describe(const error_code& error) {
+QString textOf(const error_code& error) {
     return QString::fromStdString(error.message());
 }
 
@@ -100,7 +100,7 @@ std::expected<std::shared_ptr<Listener>, QString> TcpTransport::makeListener(qui
         acceptor.set_option(tcp::acceptor::reuse_address(true), error);
     }
     if (error) {
-        return std::unexpected(describe(error));
+        return std::unexpected(textOf(error));
     }
     return std::make_shared<TcpListener>(std::move(acceptor), port);
 }
@@ -110,7 +110,7 @@ TcpListener::TcpListener(tcp::acceptor acceptor, quint16 port)
 
 void TcpListener::start() {
     if (const auto error = listen(acceptor_, port_)) {
-        report({State::failed, describe(error)});
+        report({State::failed, textOf(error)});
         return;
     }
     report({State::ready, {}});
@@ -141,7 +141,7 @@ void TcpListener::takeConnection(const error_code& waitError) {
     tcp::socket socket(acceptor_.get_executor());
     const auto error = waitError ? waitError : takeNext(acceptor_, socket);
     if (isListenerBroken(error)) {
-        report({State::failed, describe(error)});
+        report({State::failed, textOf(error)});
         return;
     }
     if (isShortage(error)) {
