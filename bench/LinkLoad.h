@@ -72,6 +72,10 @@ private:
     struct Settings final : UserDefaults {
         [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
         [[nodiscard]] bool contains(QStringView /*key*/) const override { return true; }
+        [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
+        section(QStringView /*name*/) const override {
+            return {};
+        }
         void setInteger(QStringView /*key*/, qint64 /*value*/) override {}
         [[nodiscard]] Subscription observe(std::function<void()> /*observer*/) override { return {}; }
         qint64 port = 0;

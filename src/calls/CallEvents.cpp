@@ -8,12 +8,6 @@
 
 namespace brenvale {
 
-namespace {
-
-constexpr qint64 callIsOver = -1;
-
-} // namespace
-
 void WebSocketServer::handleCallEvent(const JsonObject& json) {
     const auto action = json.utf8("action").value_or("");
     platform_.log.line("[WebSocketServer] Call Event: " +
@@ -27,7 +21,7 @@ void WebSocketServer::handleCallEvent(const JsonObject& json) {
         if (store != nullptr) {
             store->incomingCallInfo.set({});
         }
-        center.post(InternalNotifications::callDurationUpdated, callIsOver);
+        center.post(InternalNotifications::callDurationUpdated, InternalNotifications::callIsOver);
     });
 }
 

@@ -10,12 +10,6 @@
 
 namespace brenvale {
 
-namespace {
-
-constexpr qint64 callIsOver = -1;
-
-} // namespace
-
 CallWindows::CallWindows(Platform& platform, DispatchQueue& main, WebSocketServer& server,
                          HistoryStore& store, MakePanels makePanels)
     : platform_(platform), main_(main), server_(server), store_(store), makePanels_(std::move(makePanels)) {}
@@ -132,7 +126,7 @@ void CallWindows::closeActiveCallWindow() {
 
 void CallWindows::callDurationUpdated(const InternalNotifications::Object& object) {
     const auto* seconds = std::get_if<qint64>(&object);
-    if (seconds != nullptr && *seconds == callIsOver) {
+    if (seconds != nullptr && *seconds == InternalNotifications::callIsOver) {
         store_.incomingCallInfo.set({});
         closeActiveCallWindow();
     }

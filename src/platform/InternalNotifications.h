@@ -24,10 +24,10 @@ public:
     /// Keeps an observer registered for as long as it is held.
     using Observation = std::shared_ptr<const void>;
 
-    static constexpr QStringView smsHistoryUpdated = u"SmsHistoryUpdated";   ///< the whole log
-    static constexpr QStringView callHistoryUpdated = u"CallHistoryUpdated"; ///< the whole log
-    static constexpr QStringView callDurationUpdated =
-        u"CallDurationUpdated"; ///< seconds; -1 when the call is over
+    static constexpr QStringView smsHistoryUpdated = u"SmsHistoryUpdated";     ///< the whole log
+    static constexpr QStringView callHistoryUpdated = u"CallHistoryUpdated";   ///< the whole log
+    static constexpr QStringView callDurationUpdated = u"CallDurationUpdated"; ///< seconds, or `callIsOver`
+    static constexpr qint64 callIsOver = -1;
     static constexpr QStringView prepareActiveCall =
         u"PrepareActiveCall"; ///< a call that is about to run, or its bare number
 
