@@ -135,7 +135,7 @@ class InterfaceTest(ApplicationTest):
             self.call('Open', dbus.Array(uris, signature='s'), signature='asa{sv}')
         self.program.wait_at_rest()
         self.assertEqual(self.window(), '')
-        self.assertEqual(self.program.matching(r'\[AppDelegate\].*'), [])
+        self.assertEqual(self.program.matching(r'\[AppDelegate\] Service.*'), [])
 
 
 if __name__ == '__main__':
