@@ -71,7 +71,7 @@ public:
 private:
     struct Settings final : UserDefaults {
         [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
-        [[nodiscard]] bool contains(QStringView /*key*/) const override { return true; }
+        [[nodiscard]] bool contains(QStringView key) const override { return key == u"port"; }
         [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
         section(QStringView /*name*/) const override {
             return {};

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 
 namespace brenvale {
 
@@ -42,15 +43,21 @@ public:
     virtual void allow() {}
 };
 
-using MakePosterTrial = std::function<std::unique_ptr<PosterTrial>()>;
+/// How the trial of one back end is made, with the name that its tests bear.
+struct MakePosterTrial {
+    const char* backEnd;
+    std::function<std::unique_ptr<PosterTrial>()> make;
+
+    friend void PrintTo(const MakePosterTrial& trial, std::ostream* out) { *out << trial.backEnd; }
+};
 
 /// What each event poster promises. A back end joins by
-/// `INSTANTIATE_TEST_SUITE_P(Name, EventPosterContract, testing::Values(MakePosterTrial(makeMine)));`
+/// `INSTANTIATE_TEST_SUITE_P(Name, EventPosterContract, testing::Values(MakePosterTrial{"mine", makeMine}));`
 /// A trial that is null skips the test, with a reason that its maker writes.
 class EventPosterContract : public testing::TestWithParam<MakePosterTrial> {
 protected:
     void SetUp() override {
-        trial_ = GetParam()();
+        trial_ = GetParam().make();
         if (!trial_) {
             GTEST_SKIP() << "this machine has no such desktop";
         }

@@ -127,7 +127,9 @@ private:
 };
 
 INSTANTIATE_TEST_SUITE_P(Recording, EventPosterContract,
-                         testing::Values(MakePosterTrial([] { return std::make_unique<RecordingTrial>(); })));
+                         testing::Values(MakePosterTrial{"Recording", [] {
+                                                             return std::make_unique<RecordingTrial>();
+                                                         }}));
 
 } // namespace
 

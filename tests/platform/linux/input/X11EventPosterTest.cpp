@@ -82,7 +82,7 @@ const QString anyText =
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(X11, EventPosterContract, testing::Values(MakePosterTrial(X11Trial::make)));
+INSTANTIATE_TEST_SUITE_P(X11, EventPosterContract, testing::Values(MakePosterTrial{"X11", X11Trial::make}));
 
 TEST_F(X11EventPosterTest, EachLayoutTypesAnyText) {
     for (const auto* layout : {"us", "de", "fr", "us,ru", "ru,us", "gr", "dvorak"}) {
