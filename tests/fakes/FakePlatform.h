@@ -34,7 +34,10 @@ namespace brenvale {
 class FakeAccessibilityTrust final : public AccessibilityTrust {
 public:
     [[nodiscard]] State state() const override {
-        return isTrusted ? State::trusted : isAskable ? State::toBeAsked : State::impossible;
+        if (isTrusted) {
+            return State::trusted;
+        }
+        return isAskable ? State::toBeAsked : State::impossible;
     }
 
     [[nodiscard]] bool isProcessTrusted(bool prompt) override {

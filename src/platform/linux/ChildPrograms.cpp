@@ -76,7 +76,7 @@ void shareNothing() {
     (void)::chdir(start.folder.constData());
     (void)::execve(start.path.constData(), start.arguments.data(), start.environment.data());
     const int error = errno;
-    (void)!::write(report, &error, sizeof error);
+    [[maybe_unused]] const auto told = ::write(report, &error, sizeof error);
     ::_exit(EXIT_FAILURE);
 }
 
@@ -95,7 +95,7 @@ int startOrphan(const Start& start) {
         }
         const int error = errno;
         if (grandchild < 0) {
-            (void)!::write(report[1], &error, sizeof error);
+            [[maybe_unused]] const auto told = ::write(report[1], &error, sizeof error);
         }
         ::_exit(EXIT_SUCCESS);
     }
@@ -111,7 +111,7 @@ int startOrphan(const Start& start) {
 
 } // namespace
 
-ChildPrograms::ChildPrograms(QProcessEnvironment environment) : environment_(std::move(environment)) {}
+ChildPrograms::ChildPrograms(const QProcessEnvironment& environment) : environment_(environment) {}
 
 QProcessEnvironment ChildPrograms::environment() const {
     auto environment = environment_;

@@ -15,7 +15,7 @@ namespace brenvale {
 class ChildPrograms {
 public:
     /// `environment` is that of this process as it was started.
-    explicit ChildPrograms(QProcessEnvironment environment = QProcessEnvironment::systemEnvironment());
+    explicit ChildPrograms(const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
     /// Starts a program in the user's home folder that lives as long as it likes, also beyond this one, and
     /// whose end is nobody's business. Gives nothing, or why it could not.

@@ -39,17 +39,20 @@ constexpr std::array notificationPrograms{
     SettingsProgram{"LXQt", "lxqt-config-notificationd", nullptr, nullptr},
 };
 
-/// Those for `pane`, in the order in which they are tried.
+/// Those for `pane`, in the order in which they are tried: first those of the desktop.
 std::vector<SettingsProgram> candidates(SystemSettings::Pane pane, const QStringList& desktops) {
-    std::vector<SettingsProgram> programs;
+    std::vector<SettingsProgram> own;
+    std::vector<SettingsProgram> others;
+    const auto sortIn = [&](const SettingsProgram& program) {
+        const bool isOwn = desktops.contains(QLatin1StringView(program.desktop), Qt::CaseInsensitive);
+        (isOwn ? own : others).push_back(program);
+    };
     if (pane == SystemSettings::Pane::notifications) {
-        programs.assign(notificationPrograms.begin(), notificationPrograms.end());
+        std::ranges::for_each(notificationPrograms, sortIn);
     }
-    programs.insert(programs.end(), settingsPrograms.begin(), settingsPrograms.end());
-    std::ranges::stable_partition(programs, [&desktops](const SettingsProgram& program) {
-        return desktops.contains(QLatin1StringView(program.desktop), Qt::CaseInsensitive);
-    });
-    return programs;
+    std::ranges::for_each(settingsPrograms, sortIn);
+    own.insert(own.end(), others.begin(), others.end());
+    return own;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/linux/DisplayProbe.h"
 
 #include "platform/linux/CurrentDesktop.h"
+#include "platform/linux/X11Connection.h"
 
 #include <QByteArrayList>
 #include <QtGlobal>
@@ -82,7 +83,7 @@ Answer askX11() {
     if (qEnvironmentVariableIsEmpty("DISPLAY")) {
         return {};
     }
-    auto* connection = xcb_connect(nullptr, nullptr);
+    auto* connection = connectToX11();
     Answer answer{.isAlive = xcb_connection_has_error(connection) == 0};
     if (answer.isAlive) {
         constexpr std::string_view extension = "XTEST";

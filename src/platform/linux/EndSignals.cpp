@@ -23,7 +23,7 @@ int toThread = -1; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 void tellThread(int number) {
     const auto earlier = errno;
     const auto byte = static_cast<unsigned char>(number);
-    (void)!::write(toThread, &byte, sizeof byte);
+    [[maybe_unused]] const auto written = ::write(toThread, &byte, sizeof byte);
     errno = earlier;
 }
 

@@ -10,16 +10,20 @@ namespace {
 
 std::unique_ptr<ClipboardService> clipboardOf(DispatchQueue& main, Display::Kind kind) {
     using Session = ClipboardService::Session;
-    const auto session = kind == Display::Kind::wayland ? Session::wayland
-                         : kind == Display::Kind::x11   ? Session::x11
-                                                        : Session::none;
+    auto session = Session::none;
+    if (kind == Display::Kind::wayland) {
+        session = Session::wayland;
+    } else if (kind == Display::Kind::x11) {
+        session = Session::x11;
+    }
     return std::make_unique<ClipboardService>(main, session);
 }
 
 } // namespace
 
-LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display, QProcessEnvironment environment)
-    : childPrograms_(std::move(environment)),
+LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display,
+                             const QProcessEnvironment& environment)
+    : childPrograms_(environment),
       clipboard_(clipboardOf(main, display.kind)),
       input_(inputWays(display, main, clipboard_.get())),
       eventPoster_(std::move(input_.ways)),

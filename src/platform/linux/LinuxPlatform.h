@@ -30,7 +30,7 @@ namespace brenvale {
 class LinuxPlatform {
 public:
     /// `environment` is what the process was started with.
-    LinuxPlatform(DispatchQueue& main, const Display& display, QProcessEnvironment environment);
+    LinuxPlatform(DispatchQueue& main, const Display& display, const QProcessEnvironment& environment);
     ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;

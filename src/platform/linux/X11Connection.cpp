@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <mutex>
 
 namespace brenvale {
 
@@ -14,6 +15,12 @@ xcb_connection_t* x11Connection() {
     }
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+xcb_connection_t* connectToX11(int* screen) {
+    static std::mutex oneAtATime;
+    const std::scoped_lock lock(oneAtATime);
+    return xcb_connect(nullptr, screen);
 }
 
 xcb_atom_t x11Atom(xcb_connection_t* connection, std::string_view name) {

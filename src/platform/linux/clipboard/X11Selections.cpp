@@ -1,5 +1,7 @@
 #include "platform/linux/clipboard/X11Selections.h"
 
+#include "platform/linux/X11Connection.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -14,7 +16,7 @@ constexpr std::chrono::seconds pauseBetweenLooks{5};
 } // namespace
 
 std::unique_ptr<X11Selections> X11Selections::open() {
-    auto* connection = xcb_connect(nullptr, nullptr);
+    auto* connection = connectToX11();
     if (xcb_connection_has_error(connection) != 0) {
         xcb_disconnect(connection);
         return nullptr;

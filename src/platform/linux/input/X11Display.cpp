@@ -45,7 +45,7 @@ std::unique_ptr<X11Display> X11Display::open() {
 
 bool X11Display::connect() {
     int number = 0;
-    connection_.reset(xcb_connect(nullptr, &number));
+    connection_.reset(connectToX11(&number));
     if (!isAlive() || !hasXtest(connection())) {
         return false;
     }

@@ -1,7 +1,7 @@
 // Posts events to the X server, for tests of what arrives. A command a line on standard input: "text
 // JSON-STRING", "key NUMBER FLAGS", "press NUMBER FLAGS", "release NUMBER FLAGS", "system NUMBER", "move X
-// Y", "click left|right". "say WORD" prints the word once nothing before it waits to be posted. Ends with its
-// input.
+// Y", "click left|right". "say WORD" prints the word once nothing before it waits to be posted; "stay" goes
+// on until it is killed. Ends with its input.
 #include "platform/linux/input/X11EventPoster.h"
 
 #include <QJsonArray>
@@ -12,6 +12,8 @@
 #include <iostream>
 #include <string>
 #include <thread>
+
+#include <unistd.h>
 
 using namespace brenvale;
 
@@ -61,6 +63,8 @@ void perform(EventPoster& poster, const QString& line) {
         click(poster, words[1] == u"right");
     } else if (word == u"say") {
         std::cout << words[1].toStdString() << std::endl; // NOLINT: whoever reads waits for it
+    } else if (word == u"stay") {
+        ::pause(); // until it is killed
     }
 }
 
