@@ -96,7 +96,7 @@ void checkAnswer(std::string_view answer, bool isServed) {
         require(!isServed, "who is served is answered");
         return;
     }
-    require(answer.starts_with("HTTP/1.1 "), "an answer is HTTP");
+    require(answer.starts_with("HTTP/1."), "an answer is HTTP, of the client's version where it is refused");
     require(answer.starts_with("HTTP/1.1 101 ") == isServed, "who is served is told so, and nobody else");
     const auto end = answer.find("\r\n\r\n");
     require(end != std::string_view::npos, "an answer is whole");

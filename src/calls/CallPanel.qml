@@ -74,6 +74,8 @@ Item {
             width: parent.width
             text: panel.firstLine.replace(/\s+/g, " ")
             font: panel.sized(14, Font.Bold)
+            fontSizeMode: Text.HorizontalFit // whose number it is counts for more than its size
+            minimumPixelSize: 14
             elide: Text.ElideRight
             maximumLineCount: 1
         }

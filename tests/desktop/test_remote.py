@@ -3,7 +3,7 @@ import os
 import pathlib
 import subprocess
 
-from brenvale_desk import PROGRAM, DeskTest, main, wait_until
+from brenvale_desk import PROGRAM, DeskTest, free_port, main, wait_until
 from x11_input_desk import Receiver
 
 PHONE = pathlib.Path(PROGRAM).with_name('brenvale-phone')
@@ -207,6 +207,24 @@ class PhoneToolTest(RemoteTest):
                          [(LEFT, WITH_SUPER | WITH_CONTROL), (0x1008ff17, 0), (RIGHT, WITH_CONTROL), (UP, 0)])
         wait_until(lambda: sorted(self.receiver.text) == sorted('Hi üö'), f'the text, not {self.receiver.text!r}')
         wait_until(lambda: self.pointer() == (300, 310), 'the pointer')
+
+
+class SwitchedOffTest(DeskTest):
+    def test_the_settings_switch_all_of_it_off(self):
+        receiver = Receiver(self.desk, 'qt')
+        port = free_port()
+        program = self.start(port=port, setting=f'[General]\nport={port}\n[Security]\nremoteControl=false\n')
+        phone = self.connect(program)
+        place = self.desk.run('xdotool', 'getmouselocation')
+        phone.send_json(action='remote_control', command='key_left')
+        phone.send_json(action='remote_control', command='m', type='mouse_move', dx=50)
+        phone.send_json(action='remote_control', command='t', type='keyboard_text', text='no')
+        phone.send_json(action='remote_control', command='open_url', url='nothing opens this')
+        self.assertEqual(phone.ping(), [])
+        program.wait_at_rest()
+        self.assertEqual(self.desk.run('xdotool', 'getmouselocation'), place)
+        self.assertEqual([entry for entry in receiver.entries() if 'key' in entry or 'text' in entry], [])
+        self.assertEqual([line for line in program.lines() if 'onnection' not in line and 'complete' not in line], [])
 
 
 class ForbiddenTest(DeskTest):

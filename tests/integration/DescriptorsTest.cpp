@@ -76,7 +76,7 @@ struct LiveDescriptors : Inherited, LiveServer {
         return targets;
     }
 
-    [[nodiscard]] bool hasOpen(const QString& part) const {
+    [[nodiscard]] static bool hasOpen(const QString& part) {
         return !openOf(QStringLiteral("self")).filter(part).isEmpty();
     }
 

@@ -1,11 +1,13 @@
 #include "fakes/TestServer.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <QJsonArray>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace brenvale {
 
@@ -14,16 +16,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct KeyPress {
-    quint16 keyCode;
-    quint64 flags;
-
-    friend bool operator==(const KeyPress&, const KeyPress&) = default;
-};
-
-std::ostream& operator<<(std::ostream& stream, const KeyPress& press) {
-    return stream << "key " << press.keyCode << " with flags " << press.flags;
-}
+using KeyPress = std::pair<quint16, quint64>; // the key and its flags
 
 class RemoteControl : public testing::Test {
 protected:

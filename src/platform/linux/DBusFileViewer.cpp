@@ -9,7 +9,19 @@
 
 namespace brenvale {
 
+namespace {
+
+void openFolderOf(const QUrl& file) {
+    QDesktopServices::openUrl(file.adjusted(QUrl::RemoveFilename));
+}
+
+} // namespace
+
 void DBusFileViewer::activateFileViewerSelecting(const QUrl& file) {
+    if (!QDBusConnection::sessionBus().isConnected()) { // a call would never come to an end
+        openFolderOf(file);
+        return;
+    }
     auto call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
@@ -19,7 +31,7 @@ void DBusFileViewer::activateFileViewerSelecting(const QUrl& file) {
                      [file](QDBusPendingCallWatcher* finished) {
                          finished->deleteLater();
                          if (finished->isError()) {
-                             QDesktopServices::openUrl(file.adjusted(QUrl::RemoveFilename));
+                             openFolderOf(file);
                          }
                      });
 }

@@ -23,6 +23,12 @@ QString settingsPath() {
     return settingsFolder() + QStringLiteral("/brenvale.conf");
 }
 
+/// Whether something else than a file stands in its place. A FIFO would hold up whoever opens it.
+bool isNoFile() {
+    const QFileInfo info(settingsPath());
+    return info.exists() && !info.isFile();
+}
+
 qint64 nearestInteger(const QString& text) {
     bool isInteger = false;
     const auto integer = text.toLongLong(&isInteger);
@@ -49,6 +55,9 @@ bool isBrokenLine(const QByteArray& line) {
 /// Why the settings cannot be relied upon; empty where they can. Qt tells it once only, to whoever reads the
 /// file first, and from then on gives what it understood.
 QString problemOfFile() {
+    if (isNoFile()) {
+        return QStringLiteral("the settings file is no file");
+    }
     QFile file(settingsPath());
     if (!file.exists()) {
         return {};
@@ -60,6 +69,17 @@ QString problemOfFile() {
     return std::ranges::any_of(lines, isBrokenLine)
                ? QStringLiteral("the settings file has a line that cannot be read")
                : QString();
+}
+
+/// Whether the file took it.
+bool write(const QString& key, qint64 value) {
+    if (isNoFile()) {
+        return false;
+    }
+    QSettings settings(settingsPath(), QSettings::IniFormat);
+    settings.setValue(key, value);
+    settings.sync();
+    return settings.status() == QSettings::NoError;
 }
 
 /// As it is written, also where commas make a list of it; nothing where it is no text.
@@ -80,12 +100,16 @@ qint64 SettingsDefaults::integer(QStringView key) const {
     if (const auto value = unwritten(key)) {
         return *value;
     }
+    if (isNoFile()) {
+        return 0;
+    }
     const QSettings settings(settingsPath(), QSettings::IniFormat);
     return nearestInteger(settings.value(key.toString()).toString());
 }
 
 bool SettingsDefaults::contains(QStringView key) const {
-    return unwritten(key) || QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString());
+    return unwritten(key) ||
+           (!isNoFile() && QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString()));
 }
 
 std::expected<QMultiMap<QString, QString>, QString> SettingsDefaults::section(QStringView name) const {
@@ -109,12 +133,10 @@ std::expected<QMultiMap<QString, QString>, QString> SettingsDefaults::section(QS
 }
 
 void SettingsDefaults::setInteger(QStringView key, qint64 value) {
-    QSettings settings(settingsPath(), QSettings::IniFormat);
-    settings.setValue(key.toString(), value);
-    settings.sync();
+    const bool isWritten = write(key.toString(), value);
     {
         const std::scoped_lock lock(mutex_);
-        if (settings.status() == QSettings::NoError) {
+        if (isWritten) {
             unwritten_.remove(key.toString());
         } else {
             unwritten_.insert(key.toString(), value);

@@ -16,7 +16,6 @@
 
 using brenvale::LineWriter;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 

@@ -34,6 +34,7 @@ std::vector<std::string> drain(NotificationQueue& queue) {
 
 std::vector<std::string> namesOf(const std::vector<NotificationQueue::Show>& shows) {
     std::vector<std::string> names;
+    names.reserve(shows.size());
     for (const auto& each : shows) {
         names.push_back(each.request.identifier.text().toStdString());
     }

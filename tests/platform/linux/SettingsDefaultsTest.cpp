@@ -12,6 +12,8 @@
 
 #include <limits>
 
+#include <sys/stat.h>
+
 using namespace brenvale;
 
 namespace {
@@ -53,6 +55,16 @@ TEST_F(SettingsDefaultsTest, AMissingFileOrKeyIsZero) {
     EXPECT_EQ(defaults.integer(u"port"), 0);
     write("[General]\nother=5\n");
     EXPECT_EQ(defaults.integer(u"port"), 0);
+}
+
+TEST_F(SettingsDefaultsTest, WhatIsNoFileHoldsNobodyUp) {
+    QDir(folder.path()).mkpath(QStringLiteral("brenvale"));
+    ASSERT_EQ(::mkfifo(folder.filePath(QStringLiteral("brenvale/brenvale.conf")).toUtf8().constData(), 0600), 0);
+    EXPECT_EQ(defaults.integer(u"port"), 0);
+    EXPECT_FALSE(defaults.contains(u"port"));
+    EXPECT_EQ(defaults.section(u"Security").error(), QStringLiteral("the settings file is no file"));
+    defaults.setInteger(u"port", 9000);
+    EXPECT_EQ(defaults.integer(u"port"), 9000); // kept for as long as the process runs
 }
 
 TEST_F(SettingsDefaultsTest, ReadsIntegersOfTheGeneralSection) {

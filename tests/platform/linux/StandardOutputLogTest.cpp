@@ -63,7 +63,7 @@ private:
 } // namespace
 
 TEST(StandardOutputLog, ALineLeavesAtOnce) {
-    OutputCapture capture;
+    const OutputCapture capture;
     StandardOutputLog log;
     log.line("[WebSocketServer] – ä");
     EXPECT_EQ(capture.readNow(), "[WebSocketServer] – ä\n");

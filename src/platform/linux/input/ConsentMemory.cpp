@@ -58,7 +58,7 @@ void keep(const QString& path, const QByteArray& contents) {
 
 } // namespace
 
-QString ConsentMemory::token() const {
+QString ConsentMemory::token() {
     return QString::fromUtf8(shortFile(tokenPath()));
 }
 
@@ -66,7 +66,7 @@ void ConsentMemory::keepToken(const QString& token) {
     keep(tokenPath(), token.toUtf8());
 }
 
-bool ConsentMemory::wasRefused() const {
+bool ConsentMemory::wasRefused() {
     return QFile::exists(refusalPath());
 }
 

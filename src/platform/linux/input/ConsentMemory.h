@@ -11,11 +11,11 @@ namespace brenvale {
 class ConsentMemory {
 public:
     /// Empty where there is none.
-    [[nodiscard]] QString token() const;
-    void keepToken(const QString& token);
+    [[nodiscard]] static QString token();
+    static void keepToken(const QString& token);
 
-    [[nodiscard]] bool wasRefused() const;
-    void keepRefusal(bool isRefused);
+    [[nodiscard]] static bool wasRefused();
+    static void keepRefusal(bool isRefused);
 };
 
 } // namespace brenvale

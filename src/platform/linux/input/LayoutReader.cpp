@@ -77,7 +77,7 @@ void LayoutReader::read(std::uint32_t format, int file, std::uint32_t size) {
     auto* bytes = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
     if (bytes != MAP_FAILED) {
         const QByteArray text(static_cast<const char*>(bytes),
-                              qstrnlen(static_cast<const char*>(bytes), size));
+                              static_cast<qsizetype>(qstrnlen(static_cast<const char*>(bytes), size)));
         ::munmap(bytes, size);
         keysyms_ = keysymsOfEveryLayout(text);
     }

@@ -62,7 +62,7 @@ private:
 
     [[nodiscard]] bool fits(const PostedEvent& event);
     [[nodiscard]] static bool waitsForAny(const Entry& entry, const Lane& lane);
-    PostedEvent takeFront(Lane& lane);
+    [[nodiscard]] static PostedEvent takeFront(Lane& lane);
     void wake() const;
 
     int descriptor_ = -1; ///< constant after construction

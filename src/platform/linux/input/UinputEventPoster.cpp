@@ -2,6 +2,7 @@
 
 #include "platform/linux/input/KeyTable.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <ranges>
@@ -136,19 +137,12 @@ bool UinputEventPoster::perform(const KeyEvent& event) {
 }
 
 bool UinputEventPoster::type(const QString& text) {
-    for (const auto character : typedCharacters(text)) {
+    return std::ranges::all_of(typedCharacters(text), [this](auto character) {
         const auto key = usKeyOf(character);
-        if (!key) {
-            continue;
-        }
-        const bool isAlive = (!key->isShifted || device_->key(KEY_LEFTSHIFT, true)) &&
-                             device_->key(key->code, true) && device_->key(key->code, false) &&
-                             (!key->isShifted || device_->key(KEY_LEFTSHIFT, false));
-        if (!isAlive) {
-            return false;
-        }
-    }
-    return true;
+        return !key ||
+               ((!key->isShifted || device_->key(KEY_LEFTSHIFT, true)) && device_->key(key->code, true) &&
+                device_->key(key->code, false) && (!key->isShifted || device_->key(KEY_LEFTSHIFT, false)));
+    });
 }
 
 } // namespace brenvale

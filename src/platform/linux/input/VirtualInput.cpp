@@ -33,7 +33,7 @@ wl_fixed_t takeFixed(double& value) {
         value = 0;
     }
     const auto fixed = static_cast<wl_fixed_t>(std::trunc(std::clamp(value, -farthest, farthest) * steps));
-    value = std::abs(value) > farthest ? 0 : value - fixed / steps;
+    value = std::abs(value) > farthest ? 0 : value - (fixed / steps);
     return fixed;
 }
 
@@ -72,7 +72,7 @@ std::unique_ptr<VirtualInput> VirtualInput::open(WaylandConnection& connection) 
     return input->seat_ && input->keyboards_ && input->pointers_ ? std::move(input) : nullptr;
 }
 
-quint32 VirtualInput::now() const {
+quint32 VirtualInput::now() {
     using std::chrono::steady_clock;
     const auto time =
         std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch());

@@ -45,7 +45,7 @@ private:
     void giveKeymap();
     void press(quint16 code, bool isDown);
     [[nodiscard]] zwlr_virtual_pointer_v1* pointer();
-    [[nodiscard]] quint32 now() const;
+    [[nodiscard]] static quint32 now();
 
     /// Ends each by the protocol's own function.
     struct Destroy {

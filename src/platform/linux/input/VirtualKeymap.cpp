@@ -128,7 +128,7 @@ QByteArray VirtualKeymap::text() const {
 quint32 modifierMaskOf(quint64 flags) {
     quint32 mask = 0;
     for (const auto& key : modifierKeysOf(flags)) {
-        const auto modifier = std::ranges::find(realModifiers, key.evdevCode, &RealModifier::code);
+        const auto* modifier = std::ranges::find(realModifiers, key.evdevCode, &RealModifier::code);
         mask |= modifier != realModifiers.end() ? modifier->mask : 0;
     }
     return mask;

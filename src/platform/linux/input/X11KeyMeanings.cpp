@@ -16,7 +16,7 @@ namespace {
 constexpr quint16 firstDevice = 2;
 constexpr quint16 lastDevice = 127;
 
-constexpr std::uint16_t keysyms = XCB_XKB_MAP_PART_KEY_SYMS;
+constexpr std::uint16_t partOfKeysyms = XCB_XKB_MAP_PART_KEY_SYMS;
 
 using Head = xcb_xkb_key_sym_map_t;
 
@@ -50,12 +50,12 @@ QByteArray keyThatMeans(quint32 keysym) {
 std::vector<QByteArray> keysIn(const xcb_xkb_get_map_reply_t& reply) {
     constexpr std::size_t counted = 32; // bytes of the head that its length does not count
     const auto* bytes = reinterpret_cast<const char*>(&reply);
-    const std::size_t end = counted + reply.length * sizeof(quint32);
+    const std::size_t end = counted + (reply.length * sizeof(quint32));
     std::vector<QByteArray> keys;
     for (std::size_t place = sizeof reply; keys.size() < reply.nKeySyms && place + sizeof(Head) <= end;) {
         Head head{};
         std::memcpy(&head, bytes + place, sizeof head);
-        const auto size = sizeof head + head.nSyms * sizeof(quint32);
+        const auto size = sizeof head + (head.nSyms * sizeof(quint32));
         if (place + size > end) {
             break;
         }
@@ -71,8 +71,8 @@ std::vector<X11KeyMeanings::Keyboard> X11KeyMeanings::read(quint8 first, quint8 
     const auto count = static_cast<quint8>(last - first + 1);
     std::vector<xcb_xkb_get_map_cookie_t> cookies;
     for (auto device = firstDevice; device <= lastDevice; ++device) {
-        cookies.push_back(xcb_xkb_get_map(display_.connection(), device, 0, keysyms, 0, 0, first, count, 0, 0,
-                                          0, 0, 0, 0, 0, 0, 0, 0, 0));
+        cookies.push_back(xcb_xkb_get_map(display_.connection(), device, 0, partOfKeysyms, 0, 0, first, count,
+                                          0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
     }
     std::vector<Keyboard> keyboards;
     for (std::size_t index = 0; index < cookies.size(); ++index) {
@@ -127,7 +127,7 @@ void X11KeyMeanings::write(const Keyboard& keyboard, quint8 first) const {
         levels = static_cast<quint16>(levels + headOf(key).nSyms);
     }
     const auto* setup = xcb_get_setup(display_.connection());
-    xcb_xkb_set_map(display_.connection(), keyboard.device, keysyms, 0, setup->min_keycode,
+    xcb_xkb_set_map(display_.connection(), keyboard.device, partOfKeysyms, 0, setup->min_keycode,
                     setup->max_keycode, 0, 0, first, static_cast<quint8>(keyboard.keys.size()), levels, 0, 0,
                     0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, keys.constData());
 }

@@ -13,8 +13,6 @@ namespace brenvale {
 namespace {
 
 // What they do besides has no place in a text: they would run a program's shortcuts, whatever is pressed.
-constexpr quint32 shift = 1;
-constexpr quint32 capsLock = 2;
 constexpr quint32 control = 4;
 constexpr quint32 alt = 8;
 constexpr quint32 super = 0x40;

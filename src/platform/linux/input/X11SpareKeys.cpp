@@ -135,7 +135,7 @@ void X11SpareKeys::writeProperty(const std::map<quint32, quint8>& alsoLent) cons
 }
 
 std::vector<quint32> X11SpareKeys::readProperty(xcb_window_t window) const {
-    constexpr quint32 longest = headLength + std::size_t{4} * 256;
+    constexpr quint32 longest = headLength + (std::size_t{4} * 256);
     const auto cookie =
         xcb_get_property(display_.connection(), 0, window, atom_, XCB_ATOM_CARDINAL, 0, longest);
     const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);

@@ -76,7 +76,7 @@ void DBusActionNotification::close() {
 }
 
 void DBusActionNotification::takeNext() {
-    if (isCalling_ || !waiting_ || !QDBusConnection::sessionBus().isConnected()) {
+    if (isCalling_ || !waiting_.has_value() || !QDBusConnection::sessionBus().isConnected()) {
         return;
     }
     isCalling_ = true;
@@ -84,7 +84,9 @@ void DBusActionNotification::takeNext() {
         askCapabilities();
         return;
     }
-    notify(*std::exchange(waiting_, {}));
+    const auto content = *std::move(waiting_);
+    waiting_.reset();
+    notify(content, *capabilities_);
 }
 
 void DBusActionNotification::askCapabilities() {
@@ -104,9 +106,9 @@ void DBusActionNotification::askCapabilities() {
     });
 }
 
-void DBusActionNotification::notify(const Content& content) {
+void DBusActionNotification::notify(const Content& content, const QSet<QString>& capabilities) {
     auto message = methodCall(QStringLiteral("Notify"));
-    message.setArguments(notifyArguments(content, serverId_, *capabilities_));
+    message.setArguments(notifyArguments(content, serverId_, capabilities));
     // Outlives this object: what the server shows too late is taken away again.
     auto* call = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message));
     connect(call, &QDBusPendingCallWatcher::finished, call, [self = QPointer(this), call] {

@@ -33,7 +33,7 @@ private slots:
 private:
     void takeNext();
     void askCapabilities();
-    void notify(const Content& content);
+    void notify(const Content& content, const QSet<QString>& capabilities);
     static void closeNotification(uint serverId);
 
     std::optional<Content> waiting_;            ///< to be shown when the call under way is answered

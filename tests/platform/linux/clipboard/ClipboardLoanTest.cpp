@@ -18,7 +18,7 @@ struct ClipboardLoanTest : testing::Test {
         loan.lend(text, [this] { ++lent; });
     }
 
-    QByteArray shown(Selection selection) {
+    [[nodiscard]] QByteArray shown(Selection selection) const {
         const auto* owned = selections.owned(selection);
         return owned != nullptr ? *owned->find("UTF8_STRING") : QByteArray("nothing");
     }

@@ -72,8 +72,10 @@ TEST_F(SelectionReading, AFormatThatIsNotGivenIsLeftOut) {
 }
 
 TEST_F(SelectionReading, DozensOfFormatsAreNotAllAskedFor) {
+    constexpr int count = 100;
     std::vector<ClipboardContents::Item> items;
-    for (int number = 0; number < 100; ++number) {
+    items.reserve(count);
+    for (int number = 0; number < count; ++number) {
         items.push_back({QByteArray("image/") + QByteArray::number(number), "picture"});
     }
     copy(std::move(items));
