@@ -82,7 +82,10 @@ class Receiver:
     def text(self):
         if self.kind == 'xterm':
             return self.file.read_bytes()[1:].decode('utf-8', 'replace').replace('\r', '\n')
-        return next((entry['text'] for entry in reversed(self.entries()) if 'text' in entry), '')
+        # Each entry has all of the text: only the last ones are worth reading.
+        lines = self.file.read_bytes().split(b'\n')[:-1]
+        entries = (json.loads(line) for line in reversed(lines))
+        return next((entry['text'] for entry in entries if 'text' in entry), '')
 
     def keys(self):
         """What came as keys: (keysym, whether it went down, Qt's modifiers)."""
