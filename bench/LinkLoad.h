@@ -72,10 +72,7 @@ private:
     struct Settings final : UserDefaults {
         [[nodiscard]] qint64 integer(QStringView /*key*/) const override { return port; }
         [[nodiscard]] bool contains(QStringView key) const override { return key == u"port"; }
-        [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
-        section(QStringView /*name*/) const override {
-            return {};
-        }
+        [[nodiscard]] std::expected<SettingsSections, QString> sections() const override { return {}; }
         void setInteger(QStringView /*key*/, qint64 /*value*/) override {}
         [[nodiscard]] Subscription observe(std::function<void()> /*observer*/) override { return {}; }
         qint64 port = 0;

@@ -126,4 +126,19 @@ std::expected<AccessRules, QString> parseAccessRules(const QMultiMap<QString, QS
     return rules;
 }
 
+std::expected<AccessRules, QString> accessRulesOf(const SettingsSections& sections) {
+    const QStringList rules{QStringLiteral("allow"), QStringLiteral("remoteControl")};
+    QMultiMap<QString, QString> security;
+    for (auto section = sections.begin(); section != sections.end(); ++section) {
+        if (section.key().compare(u"Security", Qt::CaseInsensitive) == 0) {
+            security.unite(section.value());
+        } else if (std::ranges::any_of(section.value().uniqueKeys(), [&rules](const QString& key) {
+                       return rules.contains(key, Qt::CaseInsensitive);
+                   })) {
+            return std::unexpected(QStringLiteral("access rules stand outside of [Security]"));
+        }
+    }
+    return parseAccessRules(security);
+}
+
 } // namespace brenvale

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/SettingsText.h"
+
 #include <QMultiMap>
 #include <QString>
 
@@ -39,5 +41,8 @@ struct AccessRules {
 /// are to keep out. Pure.
 [[nodiscard]] std::expected<AccessRules, QString>
 parseAccessRules(const QMultiMap<QString, QString>& section);
+
+/// The same of all that is written: a rule that stands in another section is an error too. Pure.
+[[nodiscard]] std::expected<AccessRules, QString> accessRulesOf(const SettingsSections& sections);
 
 } // namespace brenvale

@@ -47,7 +47,8 @@ public:
         : file_(std::move(file)), offset_(offset), size_(size) {}
 
     [[nodiscard]] QByteArray bytes() const override {
-        return file_->seek(offset_) ? file_->read(size_) : QByteArray();
+        auto text = file_->seek(offset_) ? file_->read(size_) : QByteArray();
+        return text.size() == size_ ? text : QByteArray(); // a part of it would be taken for the whole
     }
 
 private:

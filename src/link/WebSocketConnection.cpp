@@ -4,6 +4,7 @@
 
 #include <boost/asio/ip/host_name.hpp>
 #include <boost/asio/post.hpp>
+#include <boost/asio/read.hpp>
 #include <boost/asio/read_until.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/empty_body.hpp>
@@ -28,6 +29,8 @@ namespace {
 
 constexpr auto handshakeLimit = 30s;
 constexpr std::size_t maxRequestSize = 8192;
+constexpr auto restLimit = 1s;
+constexpr std::size_t maxRestSize = 128 << 10;
 /// Up to here a copy costs less than a new buffer: all messages but logs, files and long texts.
 constexpr std::size_t smallMessageSize = 900;
 constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
@@ -173,10 +176,27 @@ void WebSocketConnection::sendAnswer(std::string answer, const QByteArray& refus
                               self->opened();
                               return;
                           }
-                          error_code ignored;
-                          self->socket().shutdown(asio::socket_base::shutdown_send, ignored);
-                          self->end(State::failed, refusal.isEmpty() ? describe(error) : refusal);
+                          self->endAfterRest(refusal.isEmpty() ? describe(error) : refusal);
                       });
+}
+
+/// Ends when the refused client has nothing more to say, but soon: closing before it has been read to its end
+/// would take the answer from it.
+void WebSocketConnection::endAfterRest(const QByteArray& refusal) {
+    error_code ignored;
+    socket().shutdown(asio::socket_base::shutdown_send, ignored);
+    handshakeDeadline_.expires_after(restLimit);
+    handshakeDeadline_.async_wait([self = shared_from_this(), refusal](const error_code& error) {
+        if (!error) {
+            self->end(State::failed, refusal);
+        }
+    });
+    request_.resize(maxRestSize);
+    asio::async_read(
+        stream_.next_layer(), asio::buffer(request_),
+        [self = shared_from_this(), refusal](const error_code& /*atItsEnd*/, std::size_t /*size*/) {
+            self->end(State::failed, refusal);
+        });
 }
 
 void WebSocketConnection::opened() {
@@ -229,8 +249,17 @@ void WebSocketConnection::writeNext() {
     if (isWriting_ || outgoing_.empty() || isEnded_) {
         return;
     }
-    isWriting_ = true;
     writing_ = outgoing_.front().text->bytes();
+    if (writing_.isEmpty()) { // a message never is
+        auto lost = std::move(outgoing_.front());
+        outgoing_.pop_front();
+        if (lost.completion) {
+            lost.completion("the text can't be read back");
+        }
+        writeNext();
+        return;
+    }
+    isWriting_ = true;
     stream_.async_write(asio::buffer(writing_.constData(), static_cast<std::size_t>(writing_.size())),
                         [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
                             self->isWriting_ = false;

@@ -38,6 +38,7 @@ private:
     void readRequest();
     void answerRequest();
     void sendAnswer(std::string answer, const QByteArray& refusal);
+    void endAfterRest(const QByteArray& refusal);
     void opened();
     [[nodiscard]] MessageBuffer takeIncoming();
     void writeNext();

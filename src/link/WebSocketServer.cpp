@@ -100,12 +100,8 @@ void WebSocketServer::start() {
 }
 
 AccessRules WebSocketServer::readAccessRules() const {
-    const auto& defaults = platform_.userDefaults;
-    const auto section = defaults.section(u"Security");
-    auto rules = section ? parseAccessRules(*section) : std::unexpected(section.error());
-    if (rules && (defaults.contains(u"allow") || defaults.contains(u"remoteControl"))) {
-        rules = std::unexpected(QStringLiteral("access rules stand outside of [Security]"));
-    }
+    const auto sections = platform_.userDefaults.sections();
+    auto rules = sections ? accessRulesOf(*sections) : std::unexpected(sections.error());
     if (!rules) { // never open by mistake
         complain("Brenvale: nobody may connect: " + rules.error().toUtf8());
         return AccessRules::nobody();

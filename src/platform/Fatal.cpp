@@ -1,15 +1,16 @@
 #include "platform/Fatal.h"
 
 #include "platform/LastSteps.h"
+#include "platform/StandardError.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace brenvale {
 
 void fatal(QByteArrayView text) {
+    constexpr std::chrono::seconds patience{2};
     runLastSteps();
-    std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+    complain(text, patience);
     std::abort();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/SettingsText.h"
 #include "records/Published.h"
 
-#include <QMultiMap>
 #include <QString>
 
 #include <expected>
@@ -22,12 +22,9 @@ public:
     /// Whether there is a value under `key`. Any thread.
     [[nodiscard]] virtual bool contains(QStringView key) const = 0;
 
-    /// The values of the section `name` as text, by key; empty where there is none. Neither the section's
-    /// name nor the keys' case tells sections or keys apart for people, so all of that name come, with the
-    /// keys as they are written and as often. The error says to people why the settings cannot be read. Any
-    /// thread.
-    [[nodiscard]] virtual std::expected<QMultiMap<QString, QString>, QString>
-    section(QStringView name) const = 0;
+    /// All that is written, of whatever section. The error says to people why the settings can't be read:
+    /// also where a part of them can't. Any thread.
+    [[nodiscard]] virtual std::expected<SettingsSections, QString> sections() const = 0;
 
     /// Stores `value` under `key`, for this process even where it cannot be written. On main.
     virtual void setInteger(QStringView key, qint64 value) = 0;

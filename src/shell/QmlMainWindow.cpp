@@ -3,7 +3,6 @@
 #include "theme/QmlSetup.h"
 
 #include <QCloseEvent>
-#include <QIcon>
 #include <QQuickView>
 #include <QScreen>
 
@@ -53,7 +52,10 @@ void QmlMainWindow::buildView() {
     view_ = std::make_unique<QQuickView>();
     setUpEngine(*view_->engine());
     view_->setTitle(QStringLiteral("Brenvale Settings"));
-    view_->setIcon(QIcon(QStringLiteral(":/org.brenvale.Brenvale.svg")));
+    if (icon_.isNull()) { // made once: the toolkit keeps the pictures of each icon that ever was
+        icon_ = QIcon(QStringLiteral(":/org.brenvale.Brenvale.svg"));
+    }
+    view_->setIcon(icon_);
     view_->setMinimumSize(minimumSize);
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->setGeometry(geometry_.isNull() ? centredOn(*view_->screen()) : geometry_);

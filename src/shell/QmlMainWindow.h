@@ -2,6 +2,7 @@
 
 #include "shell/MainWindow.h"
 
+#include <QIcon>
 #include <QObject>
 #include <QRect>
 
@@ -42,6 +43,7 @@ private:
 
     QObject& settings_;
     std::unique_ptr<QQuickView> view_;
+    QIcon icon_;     ///< null before the first time
     QRect geometry_; ///< of the last time that it was on show; null before
 };
 

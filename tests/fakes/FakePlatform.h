@@ -230,13 +230,16 @@ public:
         return integers_.contains(key.toString());
     }
 
-    [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
-    section(QStringView name) const override {
+    [[nodiscard]] std::expected<SettingsSections, QString> sections() const override {
         const std::scoped_lock lock(mutex_);
         if (!sectionError_.isEmpty()) {
             return std::unexpected(sectionError_);
         }
-        return sections_.value(name.toString());
+        auto sections = sections_;
+        for (auto integer = integers_.begin(); integer != integers_.end(); ++integer) {
+            sections[QStringLiteral("General")].insert(integer.key(), QString::number(integer.value()));
+        }
+        return sections;
     }
 
     void setInteger(QStringView key, qint64 value) override { set(key.toString(), value); }
@@ -268,7 +271,7 @@ public:
 private:
     mutable std::mutex mutex_;
     QHash<QString, qint64> integers_;
-    QHash<QString, QMultiMap<QString, QString>> sections_;
+    SettingsSections sections_;
     QString sectionError_;
     Published<std::monostate> change_;
 };

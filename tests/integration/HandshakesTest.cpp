@@ -68,6 +68,14 @@ TEST_F(Handshakes, ARequestThatIsTooLongIsRefusedWithAReasonForPeople) {
     EXPECT_TRUE(waitForLog(" failed: request too long"));
 }
 
+TEST_F(Handshakes, ARefusalReachesAClientThatIsStillSending) {
+    start();
+    const RawClient client(server->port());
+    EXPECT_TRUE(
+        client.answerTo("GET / HTTP/1.1\r\nCookie: " + QByteArray(65536, 'x')).startsWith("HTTP/1.1 431 "));
+    EXPECT_TRUE(client.isEnded());
+}
+
 TEST_F(Handshakes, APageWhoseNameWasMadeToPointHereIsRefused) {
     start();
     const RawClient client(server->port());

@@ -183,3 +183,25 @@ TEST(AccessRules, TheErrorSaysWhatCannotBeRead) {
     EXPECT_EQ(errorOf({{QStringLiteral("alow"), QStringLiteral("::1")}}),
               QStringLiteral("[Security] alow: there is no such key"));
 }
+
+TEST(AccessRules, StandInTheirSectionAlone) {
+    const brenvale::SettingsSections good{
+        {QStringLiteral("security"), {{QStringLiteral("Allow"), QString()}}},
+        {QStringLiteral("General"), {{QStringLiteral("port"), QStringLiteral("1")}}}};
+    EXPECT_FALSE(brenvale::accessRulesOf(good)->admits("127.0.0.1"));
+    for (const auto* key : {"allow", "Allow", "remotecontrol"}) {
+        for (const auto* section : {"General", "Other"}) {
+            const brenvale::SettingsSections misplaced{
+                {QString::fromLatin1(section), {{QString::fromLatin1(key), QStringLiteral("10.0.0.1")}}}};
+            EXPECT_EQ(brenvale::accessRulesOf(misplaced).error(),
+                      QStringLiteral("access rules stand outside of [Security]"));
+        }
+    }
+}
+
+TEST(AccessRules, OfASectionThatIsThereTwiceCountAsOne) {
+    const brenvale::SettingsSections twice{
+        {QStringLiteral("Security"), {{QStringLiteral("allow"), QString()}}},
+        {QStringLiteral("security"), {{QStringLiteral("allow"), QStringLiteral("::/0")}}}};
+    EXPECT_FALSE(brenvale::accessRulesOf(twice));
+}

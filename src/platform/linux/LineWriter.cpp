@@ -109,13 +109,17 @@ void LineWriter::keepWaiting(const QByteArray& line) {
     }
 }
 
-void LineWriter::flush(std::chrono::milliseconds patience) {
+void LineWriter::flush(std::chrono::milliseconds patience, std::chrono::milliseconds limit) {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + limit;
     std::unique_lock lock(mutex_);
     const auto isOut = [this] {
         return waiting_.empty() && !isWriting_;
     };
     for (auto before = progress_; !isOut(); before = progress_) {
-        if (!changed_.wait_for(lock, patience, [&] { return isOut() || progress_ != before; })) {
+        const auto until = std::min(Clock::now() + patience, end);
+        if (!changed_.wait_until(lock, until, [&] { return isOut() || progress_ != before; }) ||
+            Clock::now() >= end) {
             return;
         }
     }

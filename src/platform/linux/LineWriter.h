@@ -17,6 +17,7 @@ class LineWriter {
 public:
     static constexpr qsizetype usualBound = 4 << 20;
     static constexpr std::chrono::milliseconds usualPatience{2000};
+    static constexpr std::chrono::milliseconds usualLimit{5000};
 
     /// `descriptor` must stay open. `bound` counts the bytes that wait.
     explicit LineWriter(int descriptor, qsizetype bound = usualBound);
@@ -29,8 +30,10 @@ public:
     /// Returns at once, whatever the reader does.
     void line(QByteArrayView text);
 
-    /// Waits until all lines so far have left, but no longer than `patience` for a reader that takes nothing.
-    void flush(std::chrono::milliseconds patience = usualPatience);
+    /// Waits until all lines have left, but no longer than `patience` for a reader that takes nothing, and
+    /// than `limit` for one that takes little, or lines that go on to come.
+    void flush(std::chrono::milliseconds patience = usualPatience,
+               std::chrono::milliseconds limit = usualLimit);
 
 private:
     [[nodiscard]] QByteArrayView writeAtOnce(QByteArrayView text) const;

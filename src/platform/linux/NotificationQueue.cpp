@@ -12,8 +12,9 @@ constexpr qsizetype overhead = 500;
 
 qsizetype bytesOf(const NotificationRequest& request) {
     const auto& content = request.content;
-    const auto characters = request.identifier.size() + content.title.size() + content.subtitle.size() +
-                            content.body.size() + content.threadIdentifier.size();
+    // The identifier shares what it has of them.
+    const auto characters = content.title.size() + content.subtitle.size() + content.body.size() +
+                            content.threadIdentifier.size();
     return overhead + (characters * qsizetype{sizeof(char16_t)});
 }
 

@@ -3,8 +3,8 @@
 #include "platform/linux/ChildPrograms.h"
 #include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/KeyFile.h"
+#include "transfer/LocalFile.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTimer>
@@ -23,9 +23,8 @@ bool isOffInPlasma() {
     const auto files =
         QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, QStringLiteral("plasmanotifyrc"));
     for (const auto& path : files) { // the user's own first
-        QFile file(path);
-        if (file.open(QIODevice::ReadOnly)) {
-            if (const auto isOff = plasmaSwitchesOff(file.readAll(), "org.brenvale.Brenvale")) {
+        if (const auto file = openFile(path)) {
+            if (const auto isOff = plasmaSwitchesOff((*file)->readAll(), "org.brenvale.Brenvale")) {
                 return *isOff;
             }
         }

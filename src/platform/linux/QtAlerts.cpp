@@ -1,5 +1,6 @@
 #include "platform/linux/QtAlerts.h"
 
+#include "platform/StandardError.h"
 #include "platform/linux/WindowActivation.h"
 
 #include <QGuiApplication>
@@ -8,7 +9,6 @@
 #include <QPushButton>
 #include <QWindow>
 
-#include <cstdio>
 #include <memory>
 
 namespace brenvale {
@@ -20,8 +20,7 @@ bool hasDisplay() {
 }
 
 void printLine(const Alert& alert) {
-    const auto line = alert.messageText + QStringLiteral(": ") + alert.informativeText.simplified() + u'\n';
-    std::fputs(line.toUtf8().constData(), stderr);
+    complain((alert.messageText + QStringLiteral(": ") + alert.informativeText.simplified()).toUtf8());
 }
 
 /// A heading over text of a comfortable width; the toolkit's own layout is narrow and has no heading.

@@ -1,14 +1,18 @@
 #include "platform/linux/SettingsDefaults.h"
 
+#include "transfer/LocalFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileSystemWatcher>
 #include <QSettings>
 #include <QStandardPaths>
 
-#include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <limits>
+
+#include <sys/stat.h>
 
 namespace brenvale {
 
@@ -45,47 +49,33 @@ qint64 nearestInteger(const QString& text) {
     return bytes.startsWith('-') ? Limits::min() : Limits::max();
 }
 
-/// Whether a line of an INI file is none. A remark may stand behind '#', which Qt takes for a broken line.
-bool isBrokenLine(const QByteArray& line) {
-    const auto text = line.trimmed();
-    const bool isRemark = text.startsWith(';') || text.startsWith('#');
-    return !text.isEmpty() && !isRemark && !text.contains(text.startsWith('[') ? ']' : '=');
+/// What stands in the file; nothing where there is none. That it can't be looked at is no reason to take it
+/// for missing.
+std::expected<QByteArray, QString> textOfFile() {
+    struct stat status{};
+    if (::lstat(QFile::encodeName(settingsPath()).constData(), &status) != 0 && errno == ENOENT) {
+        return QByteArray();
+    }
+    const auto file = openFile(settingsPath());
+    return file ? std::expected<QByteArray, QString>((*file)->readAll())
+                : std::unexpected(QStringLiteral("the settings file cannot be read"));
 }
 
-/// Why the settings cannot be relied upon; empty where they can. Qt tells it once only, to whoever reads the
-/// file first, and from then on gives what it understood.
-QString problemOfFile() {
-    if (isNoFile()) {
-        return QStringLiteral("the settings file is no file");
-    }
-    QFile file(settingsPath());
-    if (!file.exists()) {
-        return {};
-    }
-    if (!file.open(QFile::ReadOnly)) {
-        return QStringLiteral("the settings file cannot be read");
-    }
-    const auto lines = file.readAll().split('\n');
-    return std::ranges::any_of(lines, isBrokenLine)
-               ? QStringLiteral("the settings file has a line that cannot be read")
-               : QString();
+std::expected<SettingsSections, QString> readFile() {
+    const auto text = textOfFile();
+    return text ? parseSettings(*text) : std::unexpected(text.error());
 }
 
-/// Whether the file took it.
+/// Whether the file took it. One that Qt doesn't understand as a person does would lose what was not
+/// understood.
 bool write(const QString& key, qint64 value) {
-    if (isNoFile()) {
+    if (!readFile()) {
         return false;
     }
     QSettings settings(settingsPath(), QSettings::IniFormat);
     settings.setValue(key, value);
     settings.sync();
     return settings.status() == QSettings::NoError;
-}
-
-/// As it is written, also where commas make a list of it; nothing where it is no text.
-std::optional<QString> textOf(const QVariant& value) {
-    const bool isText = value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QStringList;
-    return isText ? std::optional(value.toStringList().join(u',')) : std::nullopt;
 }
 
 } // namespace
@@ -112,24 +102,8 @@ bool SettingsDefaults::contains(QStringView key) const {
            (!isNoFile() && QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString()));
 }
 
-std::expected<QMultiMap<QString, QString>, QString> SettingsDefaults::section(QStringView name) const {
-    if (const auto problem = problemOfFile(); !problem.isEmpty()) {
-        return std::unexpected(problem);
-    }
-    const QSettings settings(settingsPath(), QSettings::IniFormat);
-    QMultiMap<QString, QString> values;
-    for (const auto& path : settings.allKeys()) {
-        const auto slash = path.indexOf(u'/');
-        if (slash < 0 || QStringView(path).left(slash).compare(name, Qt::CaseInsensitive) != 0) {
-            continue;
-        }
-        const auto value = textOf(settings.value(path));
-        if (!value) {
-            return std::unexpected(QStringLiteral("the value of %1 is no text").arg(path));
-        }
-        values.insert(path.mid(slash + 1), *value);
-    }
-    return values;
+std::expected<SettingsSections, QString> SettingsDefaults::sections() const {
+    return readFile();
 }
 
 void SettingsDefaults::setInteger(QStringView key, qint64 value) {

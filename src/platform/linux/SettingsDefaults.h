@@ -24,8 +24,7 @@ public:
 
     [[nodiscard]] qint64 integer(QStringView key) const override;
     [[nodiscard]] bool contains(QStringView key) const override;
-    [[nodiscard]] std::expected<QMultiMap<QString, QString>, QString>
-    section(QStringView name) const override;
+    [[nodiscard]] std::expected<SettingsSections, QString> sections() const override;
     void setInteger(QStringView key, qint64 value) override;
     [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 

@@ -1,6 +1,8 @@
 #include "platform/linux/UrlOpener.h"
 
+#include "platform/StandardError.h"
 #include "platform/linux/ChildPrograms.h"
+#include "platform/linux/scripts/LocationOpening.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -17,20 +19,12 @@ constexpr std::array schemes{"https", "http", "mailto", "file"};
 } // namespace
 
 UrlOpener::UrlOpener(const ChildPrograms& programs) : programs_(programs) {
-    takeOver();
-}
-
-UrlOpener::~UrlOpener() {
-    giveBack();
-}
-
-void UrlOpener::takeOver() {
     for (const auto* scheme : schemes) {
         QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "openUrl");
     }
 }
 
-void UrlOpener::giveBack() {
+UrlOpener::~UrlOpener() {
     for (const auto* scheme : schemes) {
         QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
     }
@@ -40,9 +34,10 @@ void UrlOpener::openUrl(const QUrl& url) {
     if (!programs_.start(QStringLiteral("xdg-open"), {url.toString(QUrl::FullyEncoded)})) {
         return; // started
     }
-    giveBack(); // the toolkit knows some browsers by name
-    QDesktopServices::openUrl(url);
-    takeOver();
+    // Where the desktop has no opener of its own the user's choices are looked up as it would.
+    if (const auto error = openLocation(url.toString(QUrl::FullyEncoded), programs_)) {
+        complain("Brenvale: " + error->toUtf8());
+    }
 }
 
 } // namespace brenvale

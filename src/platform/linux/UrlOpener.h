@@ -22,9 +22,6 @@ public slots:
     void openUrl(const QUrl& url);
 
 private:
-    void takeOver();
-    static void giveBack();
-
     const ChildPrograms& programs_;
 };
 

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
@@ -132,6 +133,20 @@ TEST_F(LineWriterTest, AReaderThatHasStoppedHoldsUpNobodyAndLosesNothingWithinTh
     for (int i = 0; i < count; ++i) {
         ASSERT_EQ(lines[static_cast<std::size_t>(i)], numbered(i).toStdString());
     }
+}
+
+TEST_F(LineWriterTest, TheEndWaitsNoLongerThanTheLimitForAReaderThatIsSlow) {
+    LineWriter writer(ends[1]);
+    writer.line(QByteArray(4 << 20, 'x'));
+    std::jthread reader([this](const std::stop_token& stop) {
+        char byte = 0;
+        while (!stop.stop_requested() && ::read(ends[0], &byte, 1) == 1) {
+        }
+    });
+    writer.flush(std::chrono::hours(1), std::chrono::milliseconds(50)); // or it never comes back
+    reader.request_stop();
+    reader.join();
+    closeReader();
 }
 
 TEST_F(LineWriterTest, BeyondTheBoundTheOldestGoAndOneLineSaysHowMany) {
