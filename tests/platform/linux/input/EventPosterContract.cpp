@@ -130,6 +130,13 @@ TEST_P(EventPosterContract, HoldsTheModifiersOnTheOneKey) {
     }
 }
 
+TEST_P(EventPosterContract, HoldsNoModifierOnWhatIsTypedNext) {
+    press(leftKey, commandFlag | controlFlag | optionFlag | shiftFlag);
+    type(QStringLiteral("ab"));
+    EXPECT_THAT(withoutModifierKeys(seen()),
+                ElementsAre("down Left cmd+ctrl+option+shift", "up Left cmd+ctrl+option+shift", "text ab"));
+}
+
 TEST_P(EventPosterContract, PressesAModifierKeyAlone) {
     for (const auto key : {controlKey, optionKey, commandKey}) {
         press(key);
@@ -170,7 +177,7 @@ TEST_P(EventPosterContract, TypesAllThatAKeyboardHas) {
 
 TEST_P(EventPosterContract, TypesAnyTextWholeAndInOrder) {
     if (!trial().typesAnyText()) {
-        GTEST_SKIP() << "by design this way types only what a US keyboard has";
+        GTEST_SKIP() << "by design this way types only what the layout of the keyboard has";
     }
     const auto text = QStringLiteral(
         "Hello, Wörld! 3 < 4 Ελλάδα привет مرحبا שלום 漢字 👩‍👩‍👧 "

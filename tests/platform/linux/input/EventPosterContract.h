@@ -34,7 +34,7 @@ public:
     /// nothing new.
     [[nodiscard]] virtual QStringList seenUntil(const QString& end) = 0;
 
-    /// Whether any text can be typed, and not only what a US keyboard has.
+    /// Whether any text can be typed, and not only what the layout has, which is that of a US keyboard.
     [[nodiscard]] virtual bool typesAnyText() const { return true; }
 
     /// From here on the display server answers nothing until `resume`. False where the trial cannot do that.

@@ -52,7 +52,8 @@ void SeenInput::key(xkb_keysym_t keysym, bool isDown, const QString& held) {
         add((isDown ? QStringLiteral("down ") : QStringLiteral("up ")) + name +
             (isModifier(keysym) ? QString() : held));
     } else if (const char32_t character = xkb_keysym_to_utf32(keysym); isDown && character != 0) {
-        text(QString::fromUcs4(&character, 1));
+        const auto typed = QString::fromUcs4(&character, 1);
+        held.isEmpty() || held == u" shift" ? text(typed) : add(QStringLiteral("shortcut ") + typed + held);
     }
 }
 

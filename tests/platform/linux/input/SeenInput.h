@@ -15,7 +15,8 @@ namespace brenvale {
 class SeenInput {
 public:
     /// A key by what it stands for: a name of the lines, else a character if it has one. `held` are the
-    /// modifiers on it, from `heldModifiers`.
+    /// modifiers on it, from `heldModifiers`; with others than Shift a character is none, but "shortcut a
+    /// ctrl".
     void key(xkb_keysym_t keysym, bool isDown, const QString& held);
     void text(const QString& text);
     void move(QPointF by);
