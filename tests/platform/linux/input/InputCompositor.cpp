@@ -134,6 +134,7 @@ void InputCompositor::key(std::uint32_t code, bool isDown) {
 }
 
 void InputCompositor::modifiers(std::uint32_t depressed) {
+    held_ = depressed;
     if (state_) {
         xkb_state_update_mask(state_.get(), depressed, 0, 0, 0, 0, 0);
     }

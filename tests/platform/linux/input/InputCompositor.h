@@ -25,6 +25,9 @@ public:
 
     [[nodiscard]] SeenInput& seen() { return seen_; }
 
+    /// The modifiers that a keyboard said last are held, as bits.
+    [[nodiscard]] std::uint32_t held() const { return held_; }
+
     /// Stands still until `resume`, of the same thread.
     void stall() { standstill_.lock(); }
     void resume() { standstill_.unlock(); }
@@ -47,6 +50,7 @@ private:
     XkbKeymap keymap_;
     XkbState state_;
 
+    std::atomic<std::uint32_t> held_ = 0;
     SeenInput seen_;
     std::mutex standstill_; ///< whoever holds it keeps the thread from dealing with requests
     std::atomic<bool> isEnding_ = false;

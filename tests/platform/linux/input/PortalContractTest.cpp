@@ -150,11 +150,17 @@ public:
     void resume() override { portal_.standstill().unlock(); }
 
     [[nodiscard]] bool forbid() override {
-        QMetaObject::invokeMethod(&portal_, [this] { portal_.closeSession(); });
-        waitUntil([this] { return !poster_->canMakeEvents(); });
+        const std::scoped_lock standing(portal_.standstill());
+        closeSession();
         return true;
     }
     void allow() override { open(); }
+
+    /// While the portal stands still.
+    void closeSession() {
+        portal_.closeSession();
+        waitUntil([this] { return !poster_->canMakeEvents(); });
+    }
 
 private:
     static inline const QString connectionName = QStringLiteral("portal of the tests");
@@ -179,7 +185,7 @@ private:
     std::unique_ptr<RemoteDesktopPortal> poster_;
 };
 
-std::unique_ptr<PosterTrial> makePortalTrial(bool hasClipboard) {
+std::unique_ptr<PortalTrial> makePortalTrial(bool hasClipboard) {
     needApplication();
     static const TestBus bus;
     return bus.address().isEmpty() ? nullptr : std::make_unique<PortalTrial>(bus, hasClipboard);
@@ -205,6 +211,26 @@ TEST(RemoteDesktopPortal, LeavesTheBusAtItsEnd) {
     EXPECT_TRUE(QDBusConnection(name).isConnected());
     trial.reset();
     EXPECT_FALSE(QDBusConnection(name).isConnected()) << "the desktop ends the session with the connection";
+}
+
+TEST(RemoteDesktopPortal, WhatWaitsWhenTheSessionEndsIsGone) {
+    auto trial = makePortalTrial(true);
+    if (!trial) {
+        GTEST_SKIP() << "this machine has no bus";
+    }
+    const auto press = [&trial](quint16 key) {
+        trial->poster().post(KeyEvent{.keyCode = key, .isDown = true});
+        trial->poster().post(KeyEvent{.keyCode = key});
+    };
+    constexpr quint16 leftKey = 123;
+    constexpr quint16 rightKey = 124;
+    ASSERT_TRUE(trial->stall());
+    press(leftKey);
+    trial->closeSession();
+    trial->resume();
+    trial->allow();
+    press(rightKey);
+    EXPECT_THAT(trial->seenUntil(QStringLiteral("up Right")), testing::ElementsAre("down Right", "up Right"));
 }
 
 } // namespace brenvale

@@ -40,7 +40,8 @@ public:
     /// False where the bus has such a portal already.
     [[nodiscard]] bool offer();
 
-    /// Ends the session as the user does by the mark that the desktop shows.
+    /// Ends the session as the user does by the mark that the desktop shows. Any thread that holds
+    /// `standstill`.
     void closeSession();
 
     /// Whoever holds it keeps calls from being dealt with.

@@ -45,6 +45,24 @@ TEST(WaylandEventPoster, MakesNoEventsWithoutACompositor) {
     waitUntilImpossible(poster);
 }
 
+TEST(WaylandEventPoster, HoldsNoModifierBehindAKey) {
+    InputCompositor compositor;
+    WaylandEventPoster poster;
+    const auto seenBehind = [&](const KeyEvent& key) {
+        using enum MouseEvent::Type;
+        poster.post(key);
+        poster.post(MouseEvent{.type = key.isDown ? leftDown : leftUp});
+        return compositor.seen().seenUntil(key.isDown ? QStringLiteral("press left")
+                                                      : QStringLiteral("release left"));
+    };
+    constexpr quint64 shiftFlag = 0x20000;
+    EXPECT_THAT(seenBehind({.keyCode = 123, .flags = shiftFlag, .isDown = true}),
+                testing::ElementsAre("down Left shift", "press left"));
+    EXPECT_NE(compositor.held(), 0U);
+    EXPECT_THAT(seenBehind({.keyCode = 123, .flags = shiftFlag}), testing::Contains("up Left shift"));
+    EXPECT_EQ(compositor.held(), 0U);
+}
+
 TEST(WaylandEventPoster, ACompositorThatGoesIsTheEnd) {
     auto compositor = std::make_unique<InputCompositor>();
     WaylandEventPoster poster;
