@@ -72,6 +72,17 @@ bool isModifier(quint32 keysym) {
     return keysym == XKB_KEY_Control_L || keysym == XKB_KEY_Alt_L || keysym == XKB_KEY_Super_L;
 }
 
+QString nameOfButton(std::uint8_t number) {
+    switch (number) {
+    case 1:
+        return QStringLiteral("left");
+    case 3:
+        return QStringLiteral("right");
+    default:
+        return QStringLiteral("other");
+    }
+}
+
 } // namespace
 
 TestXServer::TestXServer() : displayBefore_(qgetenv("DISPLAY")) {
@@ -226,9 +237,8 @@ void X11Witness::run(const std::stop_token& stop) {
             addMove(place - std::exchange(window_->place, place));
         } else if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE) {
             const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*event);
-            const auto* which = button.detail == 1 ? "left" : button.detail == 3 ? "right" : "other";
             add((type == XCB_BUTTON_PRESS ? QStringLiteral("press ") : QStringLiteral("release ")) +
-                QString::fromLatin1(which));
+                nameOfButton(button.detail));
         } else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
             const auto keysym = window_->keysymOf(key);
