@@ -38,8 +38,11 @@ void EventPostingTrust::askUser() {
 }
 
 Subscription EventPostingTrust::observe(std::function<void()> observer) {
+    if (consent_ != nullptr) {
+        return consent_->observe(std::move(observer));
+    }
     observer();
-    return consent_ != nullptr ? consent_->observe(std::move(observer)) : nullptr;
+    return nullptr;
 }
 
 } // namespace brenvale

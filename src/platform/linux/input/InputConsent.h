@@ -21,8 +21,8 @@ public:
     /// is still starting. On main; never blocks.
     virtual void ask(Occasion occasion) = 0;
 
-    /// Calls `observer` when the user has answered, and when the consent or the dialog comes or goes. On
-    /// main.
+    /// Calls `observer` at once, when the user has answered, and when the consent or the dialog comes or
+    /// goes. On main.
     [[nodiscard]] virtual Subscription observe(std::function<void()> observer) = 0;
 };
 

@@ -47,7 +47,6 @@ void PortalPlayer::begin() {
 void PortalPlayer::end() {
     run_ = 0;
     steps_.clear();
-    next_.reset();
     while (events_.take()) {
     }
 }
@@ -70,7 +69,7 @@ void PortalPlayer::advance() {
 
 /// Takes the next event. False if there is none.
 bool PortalPlayer::takeSteps() {
-    auto event = next_ ? std::exchange(next_, {}) : events_.take();
+    auto event = events_.take();
     if (!event) {
         return false;
     }
@@ -84,13 +83,12 @@ bool PortalPlayer::takeSteps() {
 /// A text with those that wait behind it: pasted one by one, they would take long.
 QString PortalPlayer::joinedText(QString text) {
     constexpr qsizetype longest = 100'000;
-    while (text.size() < longest && (next_ = events_.take())) {
-        const auto* key = std::get_if<KeyEvent>(&*next_);
-        if (key == nullptr || !key->text) {
+    while (text.size() < longest) {
+        const auto more = events_.takeTextBehind();
+        if (!more) {
             break;
         }
-        text += *key->text;
-        next_.reset();
+        text += *more;
     }
     return text;
 }

@@ -48,7 +48,6 @@ private:
     TextLender* lender_;
     LayoutReader layouts_;
     std::deque<PortalStep> steps_;
-    std::optional<PostedEvent> next_; ///< taken, and not turned into steps yet
     bool isBusy_ = false;
     quint64 run_ = 0; ///< of this session: what an earlier one has started ends unseen; 0 is none
     quint64 runs_ = 0;

@@ -116,6 +116,21 @@ std::optional<PostedEvent> PostedEvents::takeBeside() {
     return takeFront(pointer_);
 }
 
+std::optional<QString> PostedEvents::takeTextBehind() {
+    const std::scoped_lock lock(mutex_);
+    if (keys_.empty() || keys_.front().poster != inHand_ || waitsForAny(keys_.front(), pointer_)) {
+        return {};
+    }
+    auto* key = std::get_if<KeyEvent>(&keys_.front().event);
+    if (key == nullptr || !key->text) {
+        return {};
+    }
+    auto text = *std::move(key->text);
+    textLength_ -= text.size();
+    keys_.pop_front();
+    return text;
+}
+
 void PostedEvents::wake() const {
     const quint64 one = 1;
     [[maybe_unused]] const auto written = ::write(descriptor_, &one, sizeof one);

@@ -48,6 +48,10 @@ public:
     /// The next pointer event that needs not wait for the event in hand. On the thread that takes.
     [[nodiscard]] std::optional<PostedEvent> takeBeside();
 
+    /// The text that follows the one in hand and can be typed with it: its poster posted nothing in between.
+    /// None if there is none. On the thread that takes.
+    [[nodiscard]] std::optional<QString> takeTextBehind();
+
     /// Readable when something came since `acknowledge`.
     [[nodiscard]] int descriptor() const { return descriptor_; }
     void acknowledge() const;

@@ -12,6 +12,12 @@
 
 namespace brenvale {
 
+namespace {
+
+const QString connectionName = QStringLiteral("brenvale-input");
+
+} // namespace
+
 /// What both sides see.
 struct RemoteDesktopPortal::Shared {
     std::atomic<bool> isOpen = false;
@@ -26,10 +32,13 @@ class RemoteDesktopPortal::Worker final : public QObject {
 public:
     Worker(std::shared_ptr<Shared> shared, DispatchQueue& main, TextLender* lender)
         : shared_(std::move(shared)), main_(main), lender_(lender) {}
+    /// The desktop ends the session with the connection.
+    ~Worker() override { QDBusConnection::disconnectFromBus(connectionName); }
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
 
     void begin() {
-        const auto bus =
-            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("brenvale-input"));
+        const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
         if (!bus.isConnected()) {
             return;
         }

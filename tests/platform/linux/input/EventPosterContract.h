@@ -34,6 +34,9 @@ public:
     /// nothing new.
     [[nodiscard]] virtual QStringList seenUntil(const QString& end) = 0;
 
+    /// Whether any text can be typed, and not only what the layout has, which is that of a US keyboard.
+    [[nodiscard]] virtual bool typesAnyText() const { return true; }
+
     /// From here on the display server answers nothing until `resume`. False where the trial cannot do that.
     [[nodiscard]] virtual bool stall() { return false; }
     virtual void resume() {}

@@ -49,6 +49,51 @@ TEST(PostedEvents, ThePointerOfAnotherThreadDoesNotWaitForAText) {
     EXPECT_TRUE(isText(events.take(), QStringLiteral("longer")));
 }
 
+TEST(PostedEvents, TextsThatFollowEachOtherGoTogether) {
+    PostedEvents events;
+    for (const auto* text : {"a", "b", "c"}) {
+        events.add(textEvent(QString::fromLatin1(text)));
+    }
+    EXPECT_FALSE(events.takeTextBehind()) << "there is none in hand";
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("a")));
+    EXPECT_EQ(events.takeTextBehind(), QStringLiteral("b"));
+    EXPECT_EQ(events.takeTextBehind(), QStringLiteral("c"));
+    EXPECT_FALSE(events.takeTextBehind());
+}
+
+TEST(PostedEvents, TextsWithSomethingInBetweenStayApart) {
+    PostedEvents events;
+    for (const PostedEvent& between :
+         {PostedEvent(PointerButton{.isDown = true}), PostedEvent(KeyEvent{.keyCode = 123, .isDown = true}),
+          PostedEvent(SystemDefinedEvent{})}) {
+        events.add(textEvent(QStringLiteral("a")));
+        events.add(between);
+        events.add(textEvent(QStringLiteral("b")));
+        EXPECT_TRUE(isText(events.take(), QStringLiteral("a")));
+        EXPECT_FALSE(events.takeTextBehind());
+        EXPECT_EQ(events.take()->index(), between.index());
+        EXPECT_TRUE(isText(events.take(), QStringLiteral("b")));
+    }
+}
+
+TEST(PostedEvents, TextsOfTwoThreadsStayApart) {
+    PostedEvents events;
+    events.add(textEvent(QStringLiteral("a")));
+    addFromAnotherThread(events, textEvent(QStringLiteral("b")));
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("a")));
+    EXPECT_FALSE(events.takeTextBehind());
+}
+
+TEST(PostedEvents, AClickBehindATextIsNotTakenApart) {
+    PostedEvents events;
+    events.add(textEvent(QStringLiteral("a")));
+    events.add(PointerButton{.isDown = true});
+    events.add(PointerButton{});
+    EXPECT_TRUE(isText(events.take(), QStringLiteral("a")));
+    EXPECT_FALSE(events.takeTextBehind());
+    EXPECT_FALSE(events.takeBeside());
+}
+
 TEST(PostedEvents, APressThatWasTakenInIsReleasedHoweverFullItIs) {
     PostedEvents events;
     events.add(KeyEvent{.keyCode = 123, .isDown = true});

@@ -5,7 +5,6 @@
 #include "platform/linux/input/XcbXkb.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QPoint>
 #include <QStandardPaths>
 
@@ -13,16 +12,11 @@
 #include <array>
 #include <chrono>
 #include <csignal>
-#include <iterator>
 #include <map>
 #include <utility>
 #include <vector>
 
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
@@ -78,75 +72,34 @@ bool isModifier(quint32 keysym) {
     return keysym == XKB_KEY_Control_L || keysym == XKB_KEY_Alt_L || keysym == XKB_KEY_Super_L;
 }
 
+QString nameOfButton(std::uint8_t number) {
+    switch (number) {
+    case 1:
+        return QStringLiteral("left");
+    case 3:
+        return QStringLiteral("right");
+    default:
+        return QStringLiteral("other");
+    }
+}
+
 } // namespace
-
-TestProgram::TestProgram(const QString& program, const QStringList& arguments, const QByteArray& input) {
-    EXPECT_TRUE(input_.open() && output_.open());
-    input_.write(input);
-    input_.close();
-    std::vector<std::string> words{program.toStdString()};
-    std::ranges::transform(arguments, std::back_inserter(words), &QString::toStdString);
-    std::vector<char*> pointers;
-    std::ranges::transform(words, std::back_inserter(pointers),
-                           [](std::string& word) { return word.data(); });
-    pointers.push_back(nullptr);
-
-    posix_spawn_file_actions_t files{};
-    posix_spawn_file_actions_init(&files);
-    const auto name = QFile::encodeName(input_.fileName());
-    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, name.constData(), O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&files, output_.handle(), STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    EXPECT_EQ(posix_spawnp(&process_, words.front().c_str(), &files, nullptr, pointers.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&files);
-}
-
-void TestProgram::signal(int number) const {
-    if (process_ > 0) {
-        ::kill(process_, number);
-    }
-}
-
-void TestProgram::end() {
-    signal(SIGKILL);
-    wait();
-}
-
-QString TestProgram::output() {
-    wait();
-    output_.seek(0);
-    return QString::fromUtf8(output_.readAll());
-}
-
-void TestProgram::wait() {
-    if (process_ > 0) {
-        ::waitpid(std::exchange(process_, 0), nullptr, 0);
-    }
-}
 
 TestXServer::TestXServer() : displayBefore_(qgetenv("DISPLAY")) {
     if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()) {
         return;
     }
-    std::array<int, 2> pipe{};
-    if (::pipe(pipe.data()) != 0) {
-        return;
-    }
+    Announcement number;
     program_.emplace(QStringLiteral("Xvfb"),
                      QStringList{QStringLiteral("-screen"), QStringLiteral("0"),
                                  QStringLiteral("%1x%2x24").arg(width).arg(height),
                                  QStringLiteral("-nolisten"), QStringLiteral("tcp"),
                                  QStringLiteral("-noreset"), QStringLiteral("-displayfd"),
-                                 QString::number(pipe[1])});
-    ::close(pipe[1]);
-    pollfd answer{.fd = pipe[0], .events = POLLIN, .revents = 0};
-    constexpr int patience = 20'000;
-    std::array<char, 32> number{};
-    if (::poll(&answer, 1, patience) == 1 && ::read(pipe[0], number.data(), number.size() - 1) > 0) {
-        qputenv("DISPLAY", ':' + QByteArray(number.data()).trimmed());
+                                 QString::number(number.descriptor())});
+    if (const auto display = number.wait(); !display.isEmpty()) {
+        qputenv("DISPLAY", ':' + display);
         isThere_ = true;
     }
-    ::close(pipe[0]);
 }
 
 TestXServer::~TestXServer() {
@@ -284,9 +237,8 @@ void X11Witness::run(const std::stop_token& stop) {
             addMove(place - std::exchange(window_->place, place));
         } else if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE) {
             const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*event);
-            const auto* which = button.detail == 1 ? "left" : button.detail == 3 ? "right" : "other";
             add((type == XCB_BUTTON_PRESS ? QStringLiteral("press ") : QStringLiteral("release ")) +
-                QString::fromLatin1(which));
+                nameOfButton(button.detail));
         } else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
             const auto keysym = window_->keysymOf(key);

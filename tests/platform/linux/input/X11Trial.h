@@ -1,44 +1,17 @@
 #pragma once
 
 #include "EventPosterContract.h"
-
-#include <QTemporaryFile>
+#include "TestProgram.h"
 
 #include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <string>
 #include <thread>
-
-#include <sys/types.h>
 
 struct xcb_connection_t;
 
 namespace brenvale {
-
-/// A program with a file at each end. Not QProcess: its child borrows our memory for a moment, and the thread
-/// sanitizer takes what that does for our own from then on.
-class TestProgram {
-public:
-    TestProgram(const QString& program, const QStringList& arguments, const QByteArray& input = {});
-    TestProgram(const TestProgram&) = delete;
-    TestProgram& operator=(const TestProgram&) = delete;
-    ~TestProgram() { end(); }
-
-    void signal(int number) const;
-    /// Kills it.
-    void end();
-    /// What it wrote until it ended by itself.
-    [[nodiscard]] QString output();
-
-private:
-    void wait();
-
-    QTemporaryFile input_;
-    QTemporaryFile output_;
-    pid_t process_ = 0; ///< 0 where there is none any more
-};
 
 /// An X server of its own that draws nowhere, and is stopped and gone on with at will.
 class TestXServer {
