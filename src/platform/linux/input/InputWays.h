@@ -3,6 +3,8 @@
 #include "platform/linux/DisplayProbe.h"
 #include "platform/linux/input/LinuxEventPoster.h"
 
+#include <functional>
+
 namespace brenvale {
 
 class DispatchQueue;
@@ -15,6 +17,10 @@ class TextLender;
 struct InputWays {
     LinuxEventPoster::Ways ways;     ///< the best first
     InputConsent* consent = nullptr; ///< one of the ways, where that needs the user's consent
+
+    /// Empty where the desktop keeps nothing of us. Else puts back what it would keep, a changed layout say,
+    /// and has events vanish from then on; takes about a second at most. Any thread, while the ways live.
+    std::function<void()> putBack;
 };
 
 /// On main, after the application object. `lender` is null where no text can be pasted; both live for longer.

@@ -208,6 +208,23 @@ TEST_F(X11EventPosterTest, AControlThatIsHeldForAMomentStopsATextThatGoesOnThen)
     EXPECT_LE(underControl, 8) << "what was under way";
 }
 
+TEST_F(X11EventPosterTest, EndedInTheMiddleOfATextItLeavesTheLayoutAsBefore) {
+    setLayout(QStringLiteral("us,ru"));
+    start();
+    const auto before = layoutOfServer();
+    QString text;
+    for (char16_t character = 0x4e00; character < 0x5000; ++character) {
+        text += character;
+    }
+    poster_->post(KeyEvent{.isDown = true, .text = text});
+    waitForFirstKey();
+    EXPECT_NE(layoutOfServer(), before);
+    poster_->end();
+    EXPECT_EQ(layoutOfServer(), before);
+    EXPECT_FALSE(poster_->canMakeEvents());
+    poster_->end();
+}
+
 TEST_F(X11EventPosterTest, TheLayoutIsAsBeforeOnceThePosterIsGone) {
     for (const auto* layout : {"us", "de", "us,ru"}) {
         setLayout(QString::fromLatin1(layout));
