@@ -217,6 +217,15 @@ class EndTest(RemoteTest):
         self.desk.run('setxkbmap', 'us,ru')
         self.end_in_the_middle_of_a_text(lambda: self.program.process.send_signal(signal.SIGINT))
 
+    def test_a_display_that_hangs_holds_up_no_end(self):
+        self.type('漢' * 4000)
+        wait_until(lambda: self.receiver.text, 'the first characters')
+        server = next(child for child in self.desk.children if 'Xvfb' in child.args)
+        server.send_signal(signal.SIGSTOP)
+        self.addCleanup(server.send_signal, signal.SIGCONT)
+        self.program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(self.program.process.wait(5), -signal.SIGTERM)
+
     def test_quitting_puts_the_keyboard_back(self):
         self.end_in_the_middle_of_a_text(lambda: self.desk.run(
             'gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path', '/org/brenvale/Brenvale',
