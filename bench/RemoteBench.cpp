@@ -115,7 +115,8 @@ private:
     xcb_window_t window_ = XCB_NONE;
 };
 
-void measureDelay(const Table& table, Phone& phone, Observer& observer, const char* what, quint8 eventType,
+/// False where one was lost.
+bool measureDelay(const Table& table, Phone& phone, Observer& observer, const char* what, quint8 eventType,
                   const std::vector<QByteArray>& messages, int count) {
     std::vector<double> delays;
     int lost = 0;
@@ -136,6 +137,7 @@ void measureDelay(const Table& table, Phone& phone, Observer& observer, const ch
     table.row("from the frame to the event, median (aim: < 0.2)", delay.median, "ms");
     table.row("   99th percentile", delay.percentile99, "ms");
     table.row("   lost", lost, "");
+    return lost == 0;
 }
 
 /// Asks the link for a sign of life, over and over, from a phone of its own.
@@ -188,7 +190,8 @@ int expectedX(int move) {
     return Observer::start + (place <= 200 ? place : 400 - place);
 }
 
-void measureStream(const Table& table, Phone& phone, Observer& observer, int seconds) {
+/// False where a move was lost or led elsewhere.
+bool measureStream(const Table& table, Phone& phone, Observer& observer, int seconds) {
     constexpr int aSecond = 1000;
     const int count = aSecond * seconds;
     observer.placePointer();
@@ -220,6 +223,7 @@ void measureStream(const Table& table, Phone& phone, Observer& observer, int sec
     table.row("   all there after", lasted, "s");
     table.row("another phone's ping meanwhile, median", waits.median, "ms");
     table.row("   99th percentile", waits.percentile99, "ms");
+    return arrived == count && inOrder == count;
 }
 
 /// Latin with accents, Greek, Cyrillic, Arabic, Hebrew, CJK and emoji, a line long.
@@ -266,7 +270,7 @@ bool measureText(const Table& table, Phone& phone, const QString& text) {
     return entry.text() == text;
 }
 
-/// False where the text did not arrive as it was.
+/// False where something was lost or did not arrive as it was.
 bool measureProgram(bool isSmoke) {
     Phone phone;
     if (!phone.connect(QStringLiteral("127.0.0.1"), programPort())) {
@@ -275,15 +279,16 @@ bool measureProgram(bool isSmoke) {
     }
     const Table table(stdout);
     const int count = isSmoke ? 50 : 2000;
+    bool isWhole = true;
     {
         Observer observer;
-        measureDelay(table, phone, observer, "A key", XCB_KEY_PRESS,
-                     {commandMessage(QStringLiteral("key_left"))}, count);
-        measureDelay(table, phone, observer, "A move of the pointer", XCB_MOTION_NOTIFY,
-                     {moveMessage(3, 0), moveMessage(-3, 0)}, count);
-        measureStream(table, phone, observer, isSmoke ? 1 : 10);
+        isWhole = measureDelay(table, phone, observer, "A key", XCB_KEY_PRESS,
+                               {commandMessage(QStringLiteral("key_left"))}, count);
+        isWhole &= measureDelay(table, phone, observer, "A move of the pointer", XCB_MOTION_NOTIFY,
+                                {moveMessage(3, 0), moveMessage(-3, 0)}, count);
+        isWhole &= measureStream(table, phone, observer, isSmoke ? 1 : 10);
     }
-    const bool isWhole = measureText(table, phone, mixedText(isSmoke ? 200 : 2000));
+    isWhole &= measureText(table, phone, mixedText(isSmoke ? 200 : 2000));
     phone.close();
     return isWhole;
 }

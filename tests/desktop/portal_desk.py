@@ -38,11 +38,14 @@ class PortalTest(DeskTest):
         self.desk.stop(self.portal)
         wait_until(lambda: not self.desk.has_name(PORTAL), 'the portal to leave the bus')
 
-    def close_sessions(self):
+    def steer(self, method):
         bus = dbus.bus.BusConnection(self.desk.bus_address)
         portal = bus.get_object(PORTAL, '/org/freedesktop/portal/desktop', introspect=False)
-        portal.CloseSessions(dbus_interface='org.test.Portal')
+        portal.get_dbus_method(method, 'org.test.Portal')()
         bus.close()
+
+    def close_sessions(self):
+        self.steer('CloseSessions')
 
     def calls(self):
         return [json.loads(line) for line in self.log.read_text().split('\n')[:-1]]

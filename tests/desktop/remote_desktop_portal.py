@@ -1,9 +1,11 @@
 #!/usr/bin/python3
-"""A desktop portal for tests: remote_desktop_portal.py LOG [--deny] [--devices N] [--slow SECONDS] [--no-registry]
+"""A desktop portal for tests: remote_desktop_portal.py LOG [--deny] [--devices N] [--slow SECONDS] [--unready]
+    [--no-registry]
 
 It gives consent to keys and pointer events as org.freedesktop.portal.RemoteDesktop does, or refuses it. Each call
 becomes one JSON line of LOG; requests are answered by a signal a moment later. The double is steered by calls of
-org.test.Portal: CloseSessions ends those that run, as the user does by the mark that the desktop shows.
+org.test.Portal: CloseSessions ends those that run, as the user does by the mark that the desktop shows; BackEndCame has the portal of
+--unready take keys and the pointer from then on.
 """
 import argparse
 import json
@@ -46,6 +48,7 @@ class Portal(dbus.service.Object):
         self.bus, self.log, self.options = bus, log, options
         self.sessions = {}  # of each path: itself, and whether it was started
         self.waiting = []
+        self.device_types = 0 if options.unready else 7
         self.program = None
 
     def record(self, call, options=None, **values):
@@ -67,7 +70,11 @@ class Portal(dbus.service.Object):
     @dbus.service.method('org.freedesktop.DBus.Properties', 'ss', 'v')
     def Get(self, interface, name):
         time.sleep(self.options.slow)
-        return {'version': dbus.UInt32(2), 'AvailableDeviceTypes': dbus.UInt32(7)}[name]
+        return {'version': dbus.UInt32(2), 'AvailableDeviceTypes': dbus.UInt32(self.device_types)}[name]
+
+    @dbus.service.signal('org.freedesktop.DBus.Properties', 'sa{sv}as')
+    def PropertiesChanged(self, interface, changed, invalidated):
+        pass
 
     @dbus.service.method('org.freedesktop.host.portal.Registry', 'sa{sv}')
     def Register(self, program, options):
@@ -124,6 +131,11 @@ class Portal(dbus.service.Object):
         self.notify(session, 'NotifyKeyboardKeysym', int(keysym), int(state))
 
     @dbus.service.method('org.test.Portal')
+    def BackEndCame(self):
+        self.device_types = 7
+        self.PropertiesChanged(REMOTE_DESKTOP, {'AvailableDeviceTypes': dbus.UInt32(self.device_types)}, [])
+
+    @dbus.service.method('org.test.Portal')
     def CloseSessions(self):
         for path in list(self.sessions):
             session = self.sessions.pop(path)
@@ -137,6 +149,7 @@ def main():
     parser.add_argument('--deny', action='store_true')
     parser.add_argument('--devices', type=int, default=3, help='1 keyboard, 2 pointer')
     parser.add_argument('--slow', type=float, default=0, help='seconds that it needs before its first answer')
+    parser.add_argument('--unready', action='store_true', help='without a back end until BackEndCame')
     parser.add_argument('--no-registry', action='store_true', help='as portals before version 1.20')
     arguments = parser.parse_args()
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)

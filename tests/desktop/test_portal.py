@@ -5,7 +5,7 @@ import shutil
 import signal
 import subprocess
 
-from brenvale_desk import Recorder, main, wait_until
+from brenvale_desk import HERE, Recorder, main, wait_until
 from portal_desk import ASKING, INSERT, KEYCODE, KEYSYM, SHIFT, PortalTest
 
 MOTION, BUTTON = 'NotifyPointerMotion', 'NotifyPointerButton'
@@ -75,6 +75,16 @@ class ConsentTest(PortalTest):
         program = self.start()
         self.connect(program).ping()
         self.assertEqual(self.names(), [])
+        self.wait_open()
+
+    def test_a_portal_whose_back_end_is_still_starting_is_asked_when_that_has_come(self):
+        self.start_portal('--unready')
+        Recorder(self.desk)
+        program = self.start()
+        self.connect(program).ping()
+        program.wait_at_rest()
+        self.assertEqual(self.names(), [])
+        self.steer('BackEndCame')
         self.wait_open()
 
     def test_a_portal_that_comes_late_is_asked_then(self):
@@ -220,6 +230,21 @@ class PastingTest(PortalTest):
         self.assertEqual((self.selection('clipboard'), self.selection('primary')), (text, text))
         wait_until(lambda: self.selection('clipboard') == 'of the user', 'the clipboard of the user')
         self.assertEqual(self.selection('primary'), 'selected')
+
+    def test_quitting_while_a_text_is_pasted_keeps_the_users_clipboard_and_not_the_text(self):
+        kept = self.desk.root / 'kept'
+        self.copy('clipboard', 'of the user')
+        self.desk.spawn(['/usr/bin/python3', '-B', str(HERE / 'x11_selection.py'), 'manager', str(kept)], 'manager')
+        wait_until(lambda: 'ready' in (self.desk.root / 'manager.log').read_text(), 'the manager')
+        program = self.start_consented()
+        phone = self.connect(program)
+        self.remote(phone, 'text', type='keyboard_text', text='geheimes Paßwort 漢')
+        wait_until(lambda: (KEYCODE, INSERT, 1) in self.posted(), 'the paste')
+        self.desk.run('gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path',
+                      '/org/brenvale/Brenvale', '--method', 'org.freedesktop.Application.ActivateAction', 'quit', '[]', '{}')
+        self.assertEqual(program.process.wait(20), 0)
+        wait_until(kept.exists, 'what the manager keeps')
+        self.assertEqual(kept.read_bytes(), b'of the user')
 
 
 if __name__ == '__main__':

@@ -1,6 +1,7 @@
 """The phone's remote control through the whole program: what arrives at a program that has the keyboard."""
 import os
 import pathlib
+import signal
 import subprocess
 
 from brenvale_desk import PROGRAM, DeskTest, free_port, main, wait_until
@@ -194,6 +195,43 @@ class LogTest(RemoteTest):
         self.assertEqual(opened.read_text(), address)
 
 
+class EndTest(RemoteTest):
+    def layout(self):
+        return self.desk.run('xkbcomp', '-w0', self.desk.env['DISPLAY'], '-')
+
+    def end_in_the_middle_of_a_text(self, end):
+        """No start puts right afterwards what the end leaves behind: the layout is compared right after it."""
+        before = self.layout()
+        self.type(''.join(chr(0x4e00 + number) for number in range(4000)))
+        wait_until(lambda: self.receiver.text, 'the first characters')
+        self.assertNotEqual(self.layout(), before, 'characters have lent keys')
+        end()
+        self.program.process.wait(20)
+        wait_until(lambda: self.layout() == before, 'the layout as before', deadline=2)
+        self.assertLess(len(self.receiver.text), 4000, 'it was in the middle')
+
+    def test_a_signal_puts_the_keyboard_back(self):
+        self.end_in_the_middle_of_a_text(lambda: self.program.process.send_signal(signal.SIGTERM))
+
+    def test_an_interrupt_puts_the_keyboard_back(self):
+        self.desk.run('setxkbmap', 'us,ru')
+        self.end_in_the_middle_of_a_text(lambda: self.program.process.send_signal(signal.SIGINT))
+
+    def test_a_display_that_hangs_holds_up_no_end(self):
+        self.type('漢' * 4000)
+        wait_until(lambda: self.receiver.text, 'the first characters')
+        server = next(child for child in self.desk.children if 'Xvfb' in child.args)
+        server.send_signal(signal.SIGSTOP)
+        self.addCleanup(server.send_signal, signal.SIGCONT)
+        self.program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(self.program.process.wait(5), -signal.SIGTERM)
+
+    def test_quitting_puts_the_keyboard_back(self):
+        self.end_in_the_middle_of_a_text(lambda: self.desk.run(
+            'gdbus', 'call', '--session', '--dest', 'org.brenvale.Brenvale', '--object-path', '/org/brenvale/Brenvale',
+            '--method', 'org.freedesktop.Application.ActivateAction', 'quit', '[]', '{}'))
+
+
 class PhoneToolTest(RemoteTest):
     def test_single_commands_and_the_pad_drive_the_desktop(self):
         link = ['--port', str(self.program.port)]
@@ -224,7 +262,8 @@ class SwitchedOffTest(DeskTest):
         program.wait_at_rest()
         self.assertEqual(self.desk.run('xdotool', 'getmouselocation'), place)
         self.assertEqual([entry for entry in receiver.entries() if 'key' in entry or 'text' in entry], [])
-        self.assertEqual([line for line in program.lines() if 'onnection' not in line and 'complete' not in line], [])
+        self.assertEqual([line for line in program.lines() if 'onnection' not in line and 'complete' not in line
+                          and '[AppDelegate]' not in line], [])
 
 
 class ForbiddenTest(DeskTest):

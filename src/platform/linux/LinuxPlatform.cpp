@@ -47,7 +47,12 @@ LinuxPlatform::LinuxPlatform(DispatchQueue& main, const Display& display,
                 .systemSettings = systemSettings_,
                 .userDefaults = userDefaults_,
                 .userNotificationCenter = userNotificationCenter_} {
-    setLastSteps([this] { log_.flush(); });
+    setLastSteps([this] {
+        if (input_.putBack) {
+            input_.putBack();
+        }
+        log_.flush();
+    });
 }
 
 LinuxPlatform::~LinuxPlatform() {

@@ -21,11 +21,14 @@ void ClipboardLoan::lend(const QString& text, std::move_only_function<void()> le
         keep(0);
         break;
     case State::keeping:
+        endsAtOnce_ = false; // what was given back was an earlier one
         waiting_.push_back({.text = text, .lent = std::move(lent)});
         break;
     case State::lent:
         take(text);
         access_.settle(std::move(lent));
+        break;
+    case State::ended:
         break;
     }
 }
@@ -42,6 +45,9 @@ void ClipboardLoan::keep(std::size_t number) {
                      });
         return;
     }
+    if (state_ == State::ended) {
+        return;
+    }
     state_ = State::lent;
     for (auto& loan : std::exchange(waiting_, {})) {
         take(loan.text);
@@ -50,6 +56,15 @@ void ClipboardLoan::keep(std::size_t number) {
     if (std::exchange(endsAtOnce_, false)) {
         giveBack();
     }
+}
+
+void ClipboardLoan::end() {
+    if (state_ == State::keeping) { // nothing of it is to be seen any more
+        waiting_.clear();
+        state_ = State::none;
+    }
+    giveBack();
+    state_ = State::ended;
 }
 
 void ClipboardLoan::take(const QString& text) {
@@ -63,6 +78,9 @@ void ClipboardLoan::take(const QString& text) {
 void ClipboardLoan::giveBack() {
     if (state_ == State::keeping) {
         endsAtOnce_ = true;
+        return;
+    }
+    if (state_ == State::ended) {
         return;
     }
     state_ = State::none;
@@ -79,7 +97,7 @@ void ClipboardLoan::giveBack() {
 }
 
 bool ClipboardLoan::holdBack(Selection selection, const ClipboardContents& contents) {
-    if (state_ == State::none) {
+    if (state_ == State::none || state_ == State::ended) {
         return false;
     }
     for (auto& side : sides_) {

@@ -22,6 +22,10 @@ public:
     /// Gives back what was there, where nobody has taken the selection meanwhile.
     void giveBack();
 
+    /// Gives back what was there, and lends nothing any more: what comes then is never answered.
+    void end();
+    [[nodiscard]] bool hasEnded() const { return state_ == State::ended; }
+
     /// While a loan stands: `contents` are to be on the selection when it has ended. False where none stands.
     bool holdBack(Selection selection, const ClipboardContents& contents);
 
@@ -39,7 +43,7 @@ private:
         std::move_only_function<void()> lent;
     };
 
-    enum class State : quint8 { none, keeping, lent };
+    enum class State : quint8 { none, keeping, lent, ended };
 
     void keep(std::size_t number);
     void take(const QString& text);

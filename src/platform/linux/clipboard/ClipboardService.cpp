@@ -134,7 +134,7 @@ void ClipboardService::lend(const QString& text, std::move_only_function<void(bo
             auto answer = [this, lent = std::move(lent)](bool isLent) mutable {
                 main_.async([lent = std::move(lent), isLent]() mutable { lent(isLent); });
             };
-            if (worker == nullptr) {
+            if (worker == nullptr || worker->loan().hasEnded()) {
                 answer(false);
                 return;
             }
@@ -162,6 +162,7 @@ void ClipboardService::saveBeforeEnd() {
                 saved->set_value();
                 return;
             }
+            worker->loan().end(); // what is typed, a password perhaps, is nothing to keep
             worker->access().saveBeforeEnd([saved] { saved->set_value(); });
         });
     });

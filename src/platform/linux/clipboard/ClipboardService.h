@@ -43,7 +43,8 @@ public:
     /// that were told to paste must have done so. Any thread.
     void giveBack() override;
 
-    /// Has the desktop's clipboard manager keep what we own, waiting a few seconds for it at most.
+    /// Ends a loan and has the desktop's clipboard manager keep what we own, waiting a few seconds for it at
+    /// most. From then on nothing is lent.
     void saveBeforeEnd();
 
 private:

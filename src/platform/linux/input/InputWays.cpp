@@ -13,13 +13,18 @@ InputWays inputWays(const Display& display, DispatchQueue& main, TextLender* len
     if (display.takesEvents && isWayland) {
         input.ways.push_back(std::make_unique<WaylandEventPoster>());
     } else if (display.takesEvents) {
-        input.ways.push_back(std::make_unique<X11EventPoster>());
+        auto server = std::make_unique<X11EventPoster>();
+        input.putBack = [server = server.get()] {
+            server->end();
+        };
+        input.ways.push_back(std::move(server));
     } else if (isWayland) {
         auto portal = std::make_unique<RemoteDesktopPortal>(main, lender);
         input.consent = portal.get();
         input.ways.push_back(std::move(portal));
+    } else { // nobody is there to be asked: beside a consent, this would be a way around it
+        input.ways.push_back(std::make_unique<UinputEventPoster>(kernelInput()));
     }
-    input.ways.push_back(std::make_unique<UinputEventPoster>(kernelInput()));
     return input;
 }
 

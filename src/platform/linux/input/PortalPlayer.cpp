@@ -34,7 +34,7 @@ PortalPlayer::PortalPlayer(QDBusConnection bus, PortalSession& session, PostedEv
                            TextLender* lender)
     : bus_(std::move(bus)), session_(session), events_(events), lender_(lender) {
     loan_.setSingleShot(true);
-    connect(&loan_, &QTimer::timeout, this, [this] { lender_->giveBack(); });
+    connect(&loan_, &QTimer::timeout, this, [this] { giveBack(); });
 }
 
 void PortalPlayer::begin() {
@@ -48,6 +48,16 @@ void PortalPlayer::end() {
     run_ = 0;
     steps_.clear();
     while (events_.take()) {
+    }
+    if (!loan_.isActive()) { // else a program was told to paste, and has that time
+        giveBack();
+    }
+}
+
+/// Also what is not lent yet: who asked for it has gone.
+void PortalPlayer::giveBack() {
+    if (std::exchange(hasLoan_, false)) {
+        lender_->giveBack();
     }
 }
 
@@ -139,6 +149,7 @@ void PortalPlayer::perform(const PortalPaste& paste) {
     }
     isBusy_ = true;
     loan_.stop();
+    hasLoan_ = true;
     lender_->lend(paste.text, [player = QPointer(this), text = paste.text, run = run_](bool isLent) {
         if (player) { // on main, where we are not
             QMetaObject::invokeMethod(player.data(), [player, text, run, isLent] {

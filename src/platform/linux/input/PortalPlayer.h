@@ -39,6 +39,7 @@ private:
     void perform(const PortalPause& pause);
     void perform(const PortalPaste& paste);
     void pasteLent(const QString& text, bool isLent);
+    void giveBack();
     void put(PortalSteps steps);
     void done(quint64 run);
 
@@ -51,7 +52,8 @@ private:
     bool isBusy_ = false;
     quint64 run_ = 0; ///< of this session: what an earlier one has started ends unseen; 0 is none
     quint64 runs_ = 0;
-    QTimer loan_;
+    bool hasLoan_ = false; ///< asked for, or standing
+    QTimer loan_;          ///< while a program pastes
 };
 
 } // namespace brenvale

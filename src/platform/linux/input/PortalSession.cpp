@@ -16,6 +16,8 @@ namespace brenvale {
 
 namespace {
 
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString deviceTypesProperty = QStringLiteral("AvailableDeviceTypes");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
 constexpr uint keyboardAndPointer = 3;
@@ -40,17 +42,28 @@ PortalSession::PortalSession(QDBusConnection bus) : bus_(std::move(bus)) {
                     lookForPortal();
                 }
             });
+    bus_.connect(portalService, portalPath, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
+                 SLOT(propertiesChanged(QString)));
     lookForPortal();
+}
+
+/// What the desktop has behind the portal may start later than the portal.
+void PortalSession::propertiesChanged(const QString& interface) {
+    if (interface == remoteDesktopInterface && state_ == State::absent) {
+        lookForPortal();
+    }
 }
 
 /// The bus starts a portal that is installed and not running.
 void PortalSession::lookForPortal() {
-    auto message = QDBusMessage::createMethodCall(
-        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    message << remoteDesktopInterface << QStringLiteral("AvailableDeviceTypes");
+    auto message =
+        QDBusMessage::createMethodCall(portalService, portalPath, propertiesInterface, QStringLiteral("Get"));
+    message << remoteDesktopInterface << deviceTypesProperty;
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message, portalPatience), this);
+    ++looks_;
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
+        --looks_;
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         portalFound(reply.isError() ? 0 : reply.value().variant().toUInt());
     });
@@ -81,6 +94,9 @@ void PortalSession::portalGone() {
 void PortalSession::open(InputConsent::Occasion occasion) {
     if (state_ == State::absent) {
         wish_ = occasion;
+        if (looks_ == 0) {
+            lookForPortal();
+        }
         return;
     }
     wish_.reset();

@@ -51,6 +51,7 @@ public:
 
 private slots:
     void sessionClosed();
+    void propertiesChanged(const QString& interface);
 
 private:
     void lookForPortal();
@@ -72,6 +73,7 @@ private:
     State state_ = State::absent;
     std::optional<InputConsent::Occasion> wish_; ///< to be fulfilled when there is a portal
     QString handle_;                             ///< empty while there is none
+    int looks_ = 0;                              ///< for the portal, under way
     quint64 attempt_ = 0;                        ///< what an earlier one brings late is nobody's
     QElapsedTimer asked_;
     bool followsDialog_ = false;

@@ -1,5 +1,7 @@
 #include "platform/linux/input/PostedEvents.h"
 
+#include "platform/linux/input/KeyTable.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -47,26 +49,31 @@ void PostedEvents::add(PostedEvent event) {
 bool PostedEvents::fits(const PostedEvent& event) {
     const bool isFull = (isOfPointer(event) ? pointer_ : keys_).size() >= longestLane;
     if (const auto* key = std::get_if<KeyEvent>(&event); key != nullptr && !key->text) {
-        if (key->isDown) {
-            if (!isFull) {
-                down_.insert(key->keyCode);
-            }
-            return !isFull;
-        }
-        const auto press = down_.find(key->keyCode);
-        if (press == down_.end()) {
-            return false;
-        }
-        down_.erase(press);
-        return true;
+        return fits(down_, key->keyCode, key->isDown, isFull);
     }
     if (const auto* button = std::get_if<PointerButton>(&event); button != nullptr && !button->isDown) {
         return pointer_.size() < 2 * longestLane;
     }
-    if (std::holds_alternative<SystemDefinedEvent>(event)) {
-        return keys_.size() < 2 * longestLane;
+    if (const auto* system = std::get_if<SystemDefinedEvent>(&event)) {
+        const auto half = systemKeyPressOf(*system);
+        return half ? fits(systemDown_, half->key.evdevCode, half->isDown, isFull) : !isFull;
     }
     return !isFull && textLength_ + textLengthOf(event) <= longestText;
+}
+
+bool PostedEvents::fits(std::multiset<quint16>& down, quint16 key, bool isDown, bool isFull) {
+    if (isDown) {
+        if (!isFull) {
+            down.insert(key);
+        }
+        return !isFull;
+    }
+    const auto press = down.find(key);
+    if (press == down.end()) {
+        return false;
+    }
+    down.erase(press);
+    return true;
 }
 
 void PostedEvents::close() {

@@ -65,6 +65,7 @@ private:
     using Lane = std::deque<Entry>;
 
     [[nodiscard]] bool fits(const PostedEvent& event);
+    [[nodiscard]] static bool fits(std::multiset<quint16>& down, quint16 key, bool isDown, bool isFull);
     [[nodiscard]] static bool waitsForAny(const Entry& entry, const Lane& lane);
     [[nodiscard]] static PostedEvent takeFront(Lane& lane);
     void wake() const;
@@ -76,6 +77,7 @@ private:
     Lane pointer_;
     std::optional<std::thread::id> inHand_; ///< who posted the key or text that is under way
     std::multiset<quint16> down_;           ///< keys whose press was taken in and whose release was not
+    std::multiset<quint16> systemDown_;     ///< system keys likewise
     qsizetype textLength_ = 0;
     quint64 count_ = 0;
     bool isClosed_ = false;

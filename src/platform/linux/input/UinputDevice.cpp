@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
 #include <fcntl.h>
 #include <linux/uinput.h>
@@ -44,9 +47,12 @@ public:
     }
 
     bool write(std::span<const input_event> events) override {
-        return ::write(file_, events.data(), events.size_bytes()) ==
-               static_cast<ssize_t>(events.size_bytes());
+        const auto written = ::write(file_, events.data(), events.size_bytes());
+        isBusy_ = written < 0 && (errno == EAGAIN || errno == EINTR);
+        return written == static_cast<ssize_t>(events.size_bytes());
     }
+
+    [[nodiscard]] bool isBusy() const override { return isBusy_; }
 
     void close() override {
         if (file_ >= 0) {
@@ -57,6 +63,7 @@ public:
 
 private:
     int file_ = -1;
+    bool isBusy_ = false;
 };
 
 } // namespace
@@ -125,7 +132,7 @@ bool UinputDevice::move(QPoint by) {
         return true;
     }
     add(EV_SYN, SYN_REPORT, 0);
-    return kernel_.write(std::span(events).first(count));
+    return write(std::span(events).first(count));
 }
 
 bool UinputDevice::report(std::uint16_t type, std::uint16_t code, std::int32_t value) {
@@ -135,7 +142,22 @@ bool UinputDevice::report(std::uint16_t type, std::uint16_t code, std::int32_t v
     events[0].value = value;
     events[1].type = EV_SYN;
     events[1].code = SYN_REPORT;
-    return kernel_.write(events);
+    return write(events);
+}
+
+bool UinputDevice::write(std::span<const input_event> events) {
+    constexpr int tries = 100;
+    constexpr std::chrono::milliseconds betweenTries{2};
+    for (int i = 0; i < tries; ++i) {
+        if (kernel_.write(events)) {
+            return true;
+        }
+        if (!kernel_.isBusy()) {
+            return false;
+        }
+        std::this_thread::sleep_for(betweenTries);
+    }
+    return true; // the event is lost, the device is not
 }
 
 } // namespace brenvale

@@ -20,6 +20,8 @@ public:
     virtual bool open() = 0;
     virtual bool control(unsigned long request, std::uintptr_t argument) = 0;
     virtual bool write(std::span<const input_event> events) = 0;
+    /// Whether the last `write` failed for the moment alone.
+    [[nodiscard]] virtual bool isBusy() const { return false; }
     virtual void close() = 0;
 };
 
@@ -37,13 +39,15 @@ public:
     /// Makes the device. False where the kernel makes none. The desktop takes a moment to find it.
     bool create();
 
-    /// One after the other, each told at once. False where the kernel has lost the device.
+    /// One after the other, each told at once. False where the kernel has lost the device; one that is busy
+    /// is waited for, for a moment.
     bool key(std::uint16_t code, bool isDown);
     bool move(QPoint by);
 
 private:
     bool declare();
     bool report(std::uint16_t type, std::uint16_t code, std::int32_t value);
+    bool write(std::span<const input_event> events);
 
     KernelInput& kernel_;
     bool isOpen_ = false;

@@ -19,6 +19,11 @@ namespace {
 constexpr std::chrono::milliseconds findingTime{700};
 constexpr int untilSomethingComes = -1;
 
+// The kernel keeps some 64 events for a program that reads them, and a character is up to 8: what is more is
+// lost where the desktop does not keep up.
+constexpr std::size_t charactersAtOnce = 6;
+constexpr std::chrono::milliseconds betweenCharacters{8};
+
 struct UsRow {
     quint16 firstCode;
     std::u32string_view plain;
@@ -114,7 +119,7 @@ bool UinputEventPoster::perform(const PostedEvent& event) {
 
 bool UinputEventPoster::perform(const KeyEvent& event) {
     if (event.text) {
-        return type(*event.text);
+        return type(typedCharacters(*event.text));
     }
     const auto key = keyOf(event.keyCode);
     if (!key) {
@@ -136,13 +141,42 @@ bool UinputEventPoster::perform(const KeyEvent& event) {
     return isAlive;
 }
 
-bool UinputEventPoster::type(const QString& text) {
-    return std::ranges::all_of(typedCharacters(text), [this](auto character) {
-        const auto key = usKeyOf(character);
-        return !key ||
-               ((!key->isShifted || device_->key(KEY_LEFTSHIFT, true)) && device_->key(key->code, true) &&
-                device_->key(key->code, false) && (!key->isShifted || device_->key(KEY_LEFTSHIFT, false)));
-    });
+bool UinputEventPoster::type(std::u32string_view text) {
+    while (!text.empty() && !events_.isClosed()) {
+        const auto piece = text.substr(0, charactersAtOnce);
+        text.remove_prefix(piece.size());
+        if (!std::ranges::all_of(piece, [this](char32_t character) { return type(character); }) ||
+            (!text.empty() && !pause())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool UinputEventPoster::type(char32_t character) {
+    const auto key = usKeyOf(character);
+    return !key ||
+           ((!key->isShifted || device_->key(KEY_LEFTSHIFT, true)) && device_->key(key->code, true) &&
+            device_->key(key->code, false) && (!key->isShifted || device_->key(KEY_LEFTSHIFT, false)));
+}
+
+/// Lets the desktop read, while the pointer moves on.
+bool UinputEventPoster::pause() {
+    using std::chrono::steady_clock;
+    const auto end = steady_clock::now() + betweenCharacters;
+    for (;;) {
+        events_.acknowledge();
+        while (const auto event = events_.takeBeside()) {
+            if (!perform(*event)) {
+                return false;
+            }
+        }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
+        if (left.count() <= 0 || events_.isClosed()) {
+            return true;
+        }
+        (void)waitForEvents(static_cast<int>(left.count()));
+    }
 }
 
 } // namespace brenvale

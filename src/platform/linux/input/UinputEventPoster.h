@@ -5,6 +5,7 @@
 #include "platform/linux/input/UinputDevice.h"
 
 #include <memory>
+#include <string_view>
 #include <thread>
 
 namespace brenvale {
@@ -31,7 +32,9 @@ private:
     [[nodiscard]] bool makeDevice();
     [[nodiscard]] bool perform(const PostedEvent& event);
     [[nodiscard]] bool perform(const KeyEvent& event);
-    [[nodiscard]] bool type(const QString& text);
+    [[nodiscard]] bool type(std::u32string_view text);
+    [[nodiscard]] bool type(char32_t character);
+    [[nodiscard]] bool pause();
 
     std::unique_ptr<KernelInput> kernel_; ///< of the thread, once that runs
     PostedEvents events_;

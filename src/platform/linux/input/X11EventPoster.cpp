@@ -79,12 +79,13 @@ void X11EventPoster::Thread::breakConnection() {
 }
 
 void X11EventPoster::Thread::end() {
-    constexpr std::chrono::milliseconds patience{1000};
+    constexpr std::chrono::milliseconds patience{800};
+    constexpr std::chrono::milliseconds patienceForBroken{200};
     canPost = false;
     events.close();
     if (!waitForEnd(patience)) {
         breakConnection();
-        waitForEnd(patience);
+        waitForEnd(patienceForBroken);
     }
 }
 
@@ -93,6 +94,10 @@ X11EventPoster::X11EventPoster() : thread_(std::make_shared<Thread>()) {
 }
 
 X11EventPoster::~X11EventPoster() {
+    end();
+}
+
+void X11EventPoster::end() {
     thread_->end();
 }
 

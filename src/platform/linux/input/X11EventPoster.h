@@ -19,6 +19,10 @@ public:
     /// hangs.
     ~X11EventPoster() override;
 
+    /// The same, about a second at most, for who ends without it: nothing can be posted any more. Any thread;
+    /// a second call does nothing.
+    void end();
+
     [[nodiscard]] bool canMakeEvents() const override;
     [[nodiscard]] QPointF pointerLocation() const override;
     void post(const KeyEvent& event) override;

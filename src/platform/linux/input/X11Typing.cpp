@@ -27,7 +27,7 @@ constexpr milliseconds idling{600};
 // How far ahead characters that need lent keys are looked for.
 constexpr std::size_t farthest = 4096;
 
-// How long the user gets to let go of modifiers.
+// How long the user gets to let go of modifiers, before each piece and before the whole text.
 constexpr milliseconds longForShortcuts{2000};
 constexpr milliseconds longForShift{300};
 
@@ -40,7 +40,9 @@ void X11Typing::type(std::u32string_view characters) {
     if (characters.empty()) {
         return;
     }
-    waitForHeldModifiers();
+    if (!stateForText(longForShift)) {
+        return;
+    }
     receiver_.find();
     while (!characters.empty() && goesOn()) {
         keepPace();
@@ -55,18 +57,22 @@ void X11Typing::type(std::u32string_view characters) {
     display_.flush();
 }
 
-/// Under the user's Control or Alt a text would be a string of shortcuts. Shift is only in the way.
-void X11Typing::waitForHeldModifiers() {
+/// The state of the keyboard once the user lets go of what is in the way. Under Control or Alt a text would
+/// be a string of shortcuts: nothing where they stay down. Shift does no harm, and is waited for `forShift`.
+std::optional<KeyboardState> X11Typing::stateForText(milliseconds forShift) {
     constexpr milliseconds step{5};
     const auto start = steady_clock::now();
-    const auto isInTheWay = [this, start] {
+    for (;;) {
         const auto state = display_.keyboardState();
         const auto held = state ? state->heldModifiers : 0;
+        const bool isShortcut = (held & shortcutModifiers) != 0;
         const auto waited = steady_clock::now() - start;
-        return (held & shortcutModifiers) != 0 ? waited < longForShortcuts
-                                               : (held & shift) != 0 && waited < longForShift;
-    };
-    while (isInTheWay() && goesOn()) {
+        if (!isShortcut && ((held & shift) == 0 || waited >= forShift)) {
+            return state;
+        }
+        if (waited >= longForShortcuts || !goesOn()) {
+            return {};
+        }
         wait_([] { return false; }, step);
     }
 }
@@ -88,7 +94,7 @@ std::size_t X11Typing::typePiece(std::u32string_view characters) {
     // Somebody may change the group or the layout while we make ready for it.
     constexpr int tries = 4;
     for (int attempt = 0; attempt < tries; ++attempt) {
-        const auto state = display_.keyboardState();
+        const auto state = stateForText(milliseconds{0});
         auto* keymap = layout_.current();
         if (keymap == nullptr || !state) {
             return 0;

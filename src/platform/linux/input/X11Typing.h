@@ -19,7 +19,8 @@ public:
           receiver_(display, wait),
           wait_(std::move(wait)) {}
 
-    /// Types `characters` whole; ends early only where `wait` says so or the connection is broken.
+    /// Types `characters` whole; ends early where `wait` says so, where the connection is broken, and where
+    /// the user holds Control, Alt or Super and does not let go: the rest is dropped.
     void type(std::u32string_view characters);
 
     /// When the lent keys are due back, if there are any; a later key or text puts it off.
@@ -30,7 +31,7 @@ public:
     void takeBack(std::chrono::milliseconds limit);
 
 private:
-    void waitForHeldModifiers();
+    [[nodiscard]] std::optional<KeyboardState> stateForText(std::chrono::milliseconds forShift);
     [[nodiscard]] bool goesOn();
     void keepPace();
     /// Types as many of `characters` as go in one piece and returns how many; none where it cannot go on.

@@ -145,7 +145,16 @@ bool isOwnedBy(uid_t user, DIR* folder) {
 /// Empties the trash `name` of `parent` if it is there and the user's own.
 TrashResult emptyOwnTrash(int parent, const QByteArray& name, const QByteArray& path, uid_t user) {
     const auto trash = openFolder(parent, name);
-    return trash && isOwnedBy(user, trash.get()) ? emptyOpenTrash(trash, path) : TrashResult{};
+    if (!trash) {
+        const int error = errno;
+        struct stat status{};
+        // No folder, a link or a mount in its place, and another user's folder are no trash of ours.
+        const bool isOurs = error != ENOENT && error != EXDEV &&
+                            fstatat(parent, name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                            S_ISDIR(status.st_mode) && status.st_uid == user;
+        return isOurs || error == EIO ? failure(path, error) : TrashResult{};
+    }
+    return isOwnedBy(user, trash.get()) ? emptyOpenTrash(trash, path) : TrashResult{};
 }
 
 } // namespace

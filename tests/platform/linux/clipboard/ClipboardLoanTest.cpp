@@ -122,6 +122,44 @@ TEST_F(ClipboardLoanTest, ASecondLoanWhileTheFirstIsBeingKeptKeepsTheUsers) {
     EXPECT_EQ(*selections.owned(Selection::clipboard), copied);
 }
 
+TEST_F(ClipboardLoanTest, ALoanAfterOneThatWasGivenBackBeforeItStoodStands) {
+    selections.isSlow = true;
+    lend(QStringLiteral("one"));
+    loan.giveBack();
+    lend(QStringLiteral("two"));
+    while (!selections.waiting.empty()) {
+        selections.giveNext();
+    }
+    EXPECT_EQ(shown(Selection::clipboard), "two");
+    loan.giveBack();
+    EXPECT_EQ(*selections.owned(Selection::clipboard), copied);
+}
+
+TEST_F(ClipboardLoanTest, AtTheEndTheUsersIsBackAndNothingIsLentAnyMore) {
+    lend(QStringLiteral("typed"));
+    loan.end();
+    EXPECT_EQ(*selections.owned(Selection::clipboard), copied);
+    EXPECT_EQ(*selections.owned(Selection::primary), selected);
+    lend(QStringLiteral("typed late"));
+    EXPECT_EQ(lent, 1);
+    EXPECT_EQ(*selections.owned(Selection::clipboard), copied);
+    EXPECT_TRUE(loan.hasEnded());
+}
+
+TEST_F(ClipboardLoanTest, AtTheEndALoanThatDoesNotStandYetNeverDoes) {
+    const auto phones = ClipboardContents::ofText(QStringLiteral("from the phone"));
+    selections.isSlow = true;
+    lend(QStringLiteral("typed"));
+    EXPECT_TRUE(loan.holdBack(Selection::clipboard, phones));
+    loan.end();
+    while (!selections.waiting.empty()) {
+        selections.giveNext();
+    }
+    EXPECT_EQ(lent, 0);
+    EXPECT_EQ(*selections.owned(Selection::clipboard), phones);
+    EXPECT_EQ(selections.owned(Selection::primary), nullptr) << "as it was";
+}
+
 TEST_F(ClipboardLoanTest, ALoanGivenBackBeforeItStoodLeavesTheUsers) {
     selections.isSlow = true;
     lend(QStringLiteral("one"));

@@ -114,9 +114,32 @@ TEST(PostedEvents, APressThatWasTakenInIsReleasedHoweverFullItIs) {
     EXPECT_FALSE(std::get<KeyEvent>(*last).isDown);
 }
 
+TEST(PostedEvents, EachPressOfASystemKeyThatWasTakenInIsReleased) {
+    PostedEvents events;
+    const auto half = [](bool isDown) {
+        return SystemDefinedEvent{.subtype = 8, .data1 = isDown ? 0x100a00 : 0x100b00};
+    };
+    events.add(KeyEvent{.keyCode = 124, .isDown = true}); // so that the lane fills up between two halves
+    for (int i = 0; i < 50'000; ++i) {
+        events.add(half(true));
+        events.add(half(false));
+    }
+    int pressed = 0;
+    int released = 0;
+    while (const auto event = events.take()) {
+        if (const auto* system = std::get_if<SystemDefinedEvent>(&*event)) {
+            (*system == half(true) ? pressed : released)++;
+        }
+    }
+    EXPECT_GT(pressed, 1'000);
+    EXPECT_EQ(pressed, released);
+    EXPECT_LE(pressed, 25'000) << "it is bounded";
+}
+
 TEST(PostedEvents, AReleaseWithoutAPressVanishes) {
     PostedEvents events;
     events.add(KeyEvent{.keyCode = 123});
+    events.add(SystemDefinedEvent{.subtype = 8, .data1 = 0x100b00});
     EXPECT_FALSE(events.take());
 }
 

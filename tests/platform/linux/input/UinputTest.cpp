@@ -30,6 +30,11 @@ public:
         return lines_.sliced(lines_.lastIndexOf(QStringLiteral("create")) + 1);
     }
 
+    void waitFor(const QString& line) {
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, std::chrono::seconds(20), [&] { return lines_.contains(line); });
+    }
+
     QStringList lines() {
         const std::scoped_lock lock(mutex_);
         return lines_;
@@ -75,6 +80,11 @@ public:
         return refused != request;
     }
     bool write(std::span<const input_event> events) override {
+        isBusy_ = busyFor > 0;
+        if (isBusy_) {
+            --busyFor;
+            return false;
+        }
         QStringList words;
         for (const auto& event : events) {
             words << QStringLiteral("%1:%2:%3").arg(event.type).arg(event.code).arg(event.value);
@@ -82,14 +92,17 @@ public:
         record_.add(words.join(u' '));
         return canWrite;
     }
+    [[nodiscard]] bool isBusy() const override { return isBusy_; }
     void close() override { record_.add(QStringLiteral("close")); }
 
     bool canOpen = true;
     bool canWrite = true;
+    int busyFor = 0; ///< so many events are not taken
     unsigned long refused = 0;
 
 private:
     Record& record_;
+    bool isBusy_ = false;
 };
 
 struct Uinput : testing::Test {
@@ -178,6 +191,37 @@ TEST_F(Uinput, CarriesTheFractionsOfMoves) {
     poster.post(MouseEvent{.type = MouseEvent::Type::rightUp, .position = {}, .button = 1});
     EXPECT_THAT(record.eventsUntil(key(273, 0)),
                 ElementsAre("2:1:-7 0:0:0", "2:0:1 0:0:0", key(273, 1), key(273, 0)));
+}
+
+TEST_F(Uinput, AKernelThatIsBusyGetsTheEventAgain) {
+    kernel->busyFor = 3;
+    UinputEventPoster poster(std::move(kernel));
+    poster.post(KeyEvent{.keyCode = 123, .isDown = true});
+    poster.post(KeyEvent{.keyCode = 123, .isDown = false});
+    EXPECT_THAT(record.eventsUntil(key(105, 0)), ElementsAreArray(presses({105})));
+    EXPECT_TRUE(poster.canMakeEvents());
+}
+
+TEST_F(Uinput, ThePointerMovesOnDuringALongText) {
+    UinputEventPoster poster(std::move(kernel));
+    poster.post(KeyEvent{.isDown = true, .text = QString(1'000, u'a')});
+    record.waitFor(key(30, 0));
+    std::jthread([&poster] {
+        poster.post(MouseEvent{.type = MouseEvent::Type::moved,
+                               .position = poster.pointerLocation() + QPointF(5, 0)});
+    }).join();
+    poster.post(KeyEvent{.isDown = true, .text = QStringLiteral("b")}); // the last of all
+    const auto lines = record.eventsUntil(key(48, 0));
+    EXPECT_EQ(lines.count(key(30, 1)), 1'000);
+    EXPECT_LT(lines.indexOf(QStringLiteral("2:0:5 0:0:0")), lines.lastIndexOf(key(30, 0)));
+}
+
+TEST_F(Uinput, TheEndWaitsForNoText) {
+    auto poster = std::make_unique<UinputEventPoster>(std::move(kernel));
+    poster->post(KeyEvent{.isDown = true, .text = QString(500'000, u'a')});
+    record.waitFor(key(30, 0));
+    poster.reset();
+    EXPECT_LT(record.lines().count(key(30, 1)), 250'000);
 }
 
 TEST_F(Uinput, ADeviceThatTheKernelHasLostIsTheEnd) {

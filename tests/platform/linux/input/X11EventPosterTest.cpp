@@ -60,6 +60,12 @@ protected:
         return false;
     }
 
+    void waitForFirstKey() {
+        for (int tries = 0; tries < 5000 && witness_->lines().isEmpty(); ++tries) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+
     static void doTool(const QStringList& words) { (void)TestXServer::run(QStringLiteral("xdotool"), words); }
 
     /// What reached the program as text, after `text` was typed.
@@ -124,9 +130,7 @@ TEST_F(X11EventPosterTest, TheNextStartTakesBackWhatOneLeftThatWasKilledInTheMid
         text += character;
     }
     TestProgram killed(QStringLiteral(POST_EVENTS), {}, "text \"" + text.toUtf8() + "\"\nstay\n");
-    for (int tries = 0; tries < 5000 && witness_->lines().isEmpty(); ++tries) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
+    waitForFirstKey();
     killed.end();
     EXPECT_NE(layoutOfServer(), before);
     poster_ = std::make_unique<X11EventPoster>();
@@ -167,6 +171,58 @@ TEST_F(X11EventPosterTest, AModifierThatTheUserHoldsIsNotReleased) {
               QStringList({QStringLiteral("down Control"), QStringLiteral("down Left ctrl"),
                            QStringLiteral("up Left ctrl")}));
     doTool({QStringLiteral("keyup"), QStringLiteral("Control_L")});
+}
+
+TEST_F(X11EventPosterTest, UnderAHeldControlNoTextIsTyped) {
+    start();
+    doTool({QStringLiteral("keydown"), QStringLiteral("Control_L")});
+    poster_->post(KeyEvent{.isDown = true, .text = QStringLiteral("wq")});
+    poster_->post(KeyEvent{.keyCode = 53, .isDown = true});
+    poster_->post(KeyEvent{.keyCode = 53});
+    EXPECT_EQ(witness_->seenUntil(QStringLiteral("up Escape ctrl")),
+              QStringList({QStringLiteral("down Control"), QStringLiteral("down Escape ctrl"),
+                           QStringLiteral("up Escape ctrl")}));
+    doTool({QStringLiteral("keyup"), QStringLiteral("Control_L")});
+}
+
+TEST_F(X11EventPosterTest, AControlThatIsHeldForAMomentStopsATextThatGoesOnThen) {
+    constexpr qsizetype length = 20'000;
+    start();
+    poster_->post(KeyEvent{.isDown = true, .text = QString(length, u'x')});
+    poster_->post(KeyEvent{.keyCode = 53, .isDown = true});
+    poster_->post(KeyEvent{.keyCode = 53});
+    waitForFirstKey();
+    doTool({QStringLiteral("keydown"), QStringLiteral("Control_L"), QStringLiteral("sleep"),
+            QStringLiteral("0.3"), QStringLiteral("keyup"), QStringLiteral("Control_L")});
+    QString all;
+    qsizetype underControl = 0;
+    bool isHeld = false;
+    for (const auto& line : witness_->seenUntil(QStringLiteral("up Escape"))) {
+        isHeld = line == QStringLiteral("down Control") || (isHeld && line != QStringLiteral("up Control"));
+        if (line.startsWith(QStringLiteral("text "))) {
+            all += line.mid(5);
+            underControl += isHeld ? line.size() - 5 : 0;
+        }
+    }
+    EXPECT_EQ(all.size(), length);
+    EXPECT_LE(underControl, 8) << "what was under way";
+}
+
+TEST_F(X11EventPosterTest, EndedInTheMiddleOfATextItLeavesTheLayoutAsBefore) {
+    setLayout(QStringLiteral("us,ru"));
+    start();
+    const auto before = layoutOfServer();
+    QString text;
+    for (char16_t character = 0x4e00; character < 0x5000; ++character) {
+        text += character;
+    }
+    poster_->post(KeyEvent{.isDown = true, .text = text});
+    waitForFirstKey();
+    EXPECT_NE(layoutOfServer(), before);
+    poster_->end();
+    EXPECT_EQ(layoutOfServer(), before);
+    EXPECT_FALSE(poster_->canMakeEvents());
+    poster_->end();
 }
 
 TEST_F(X11EventPosterTest, TheLayoutIsAsBeforeOnceThePosterIsGone) {

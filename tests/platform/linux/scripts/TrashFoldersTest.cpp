@@ -221,6 +221,23 @@ TEST_F(TrashTest, AMountsTrashThatIsALinkIsNotFollowed) {
     EXPECT_TRUE(fs::exists(root / "outside" / user / "files/note.txt"));
 }
 
+TEST_F(TrashTest, AMountsOwnTrashThatCantBeOpenedIsTold) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "root may open everything";
+    }
+    const auto user = std::to_string(getuid());
+    fs::create_directories(root / ".Trash" / user / "files");
+    fs::permissions(root / ".Trash", fs::perms::all | fs::perms::sticky_bit);
+    for (const auto& own : {root / (".Trash-" + user), root / ".Trash" / user}) {
+        fs::create_directories(own / "files");
+        fs::permissions(own, fs::perms::none);
+        const auto result = emptyMountTrash(root.c_str(), getuid());
+        EXPECT_EQ(result.error(),
+                  QString::fromStdString(own.string()) + QStringLiteral(": Permission denied"));
+        fs::permissions(own, fs::perms::owner_all);
+    }
+}
+
 TEST_F(TrashTest, AMountsTrashOfAnotherUserIsNotOurs) {
     const uid_t other = getuid() + 1;
     const auto theirs = root / (".Trash-" + std::to_string(other)); // by its name, and by its owner ours
