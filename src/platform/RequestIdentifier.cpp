@@ -21,7 +21,8 @@ QStringList shortened(QStringList parts) {
 } // namespace
 
 RequestIdentifier::RequestIdentifier(QStringList parts)
-    : parts_(shortened(std::move(parts))), digest_(textDigest(parts_)) {}
+    : parts_(parts.size() > 1 ? shortened(std::move(parts)) : std::move(parts)),
+      digest_(textDigest(parts_)) {}
 
 qsizetype RequestIdentifier::size() const {
     qsizetype size = parts_.size() - 1;

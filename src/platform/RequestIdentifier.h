@@ -11,8 +11,8 @@
 namespace brenvale {
 
 /// What names a request for a notification: a text, which may be joined from others by colons. It is compared
-/// by a digest, and shares the parts with who has them. In place of a part of more than `longestPart`
-/// characters stands that part's digest: nothing of any size lives on where identifiers are kept. Any thread.
+/// by a digest, and shares the parts with who has them; one that is joined has, in place of a part of more
+/// than `longestPart` characters, its digest: no body of any size lives on with it. Any thread.
 class RequestIdentifier {
 public:
     static constexpr qsizetype longestPart = 10'000;

@@ -1,5 +1,6 @@
 #include "platform/linux/input/PortalSession.h"
 
+#include "platform/linux/input/ConsentMemory.h"
 #include "platform/linux/input/PortalNames.h"
 
 #include <QDBusMessage>
@@ -80,7 +81,7 @@ void PortalSession::portalFound(uint deviceTypes) {
 }
 
 void PortalSession::portalGone() {
-    if (state_ == State::open && !memory_.token().isEmpty()) {
+    if (state_ == State::open && !ConsentMemory::token().isEmpty()) {
         wish_ = InputConsent::Occasion::start;
     }
     forgetSession(State::absent);
@@ -100,7 +101,8 @@ void PortalSession::open(InputConsent::Occasion occasion) {
         return;
     }
     wish_.reset();
-    if (state_ != State::closed || (occasion == InputConsent::Occasion::start && memory_.wasRefused())) {
+    if (state_ != State::closed ||
+        (occasion == InputConsent::Occasion::start && ConsentMemory::wasRefused())) {
         return;
     }
     ++attempt_;
@@ -158,7 +160,7 @@ void PortalSession::created(const QString& handle) {
 void PortalSession::selectDevices() {
     QVariantMap options{{QStringLiteral("types"), keyboardAndPointer},
                         {QStringLiteral("persist_mode"), untilRevoked}};
-    if (const auto token = memory_.token(); !token.isEmpty()) {
+    if (const auto token = ConsentMemory::token(); !token.isEmpty()) {
         options.insert(QStringLiteral("restore_token"), token);
     }
     request(QStringLiteral("SelectDevices"), {QVariant::fromValue(handle())}, options,
@@ -177,14 +179,15 @@ void PortalSession::started(const PortalRequest::Results& results) {
     const auto devices = results ? results->value(QStringLiteral("devices")).toUInt() : 0;
     if (!results || (devices & keyboardAndPointer) != keyboardAndPointer) {
         if (results || results.error() == PortalRequest::Failure::refused) {
-            memory_.keepRefusal(true); // keys without a pointer, or the other way round, are a refusal too
+            ConsentMemory::keepRefusal(
+                true); // keys without a pointer, or the other way round, are a refusal too
         }
         close();
         return;
     }
-    memory_.keepRefusal(false);
+    ConsentMemory::keepRefusal(false);
     if (const auto token = results->value(QStringLiteral("restore_token")).toString(); !token.isEmpty()) {
-        memory_.keepToken(token);
+        ConsentMemory::keepToken(token);
     }
     setState(State::open);
 }

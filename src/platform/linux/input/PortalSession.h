@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/input/ConsentMemory.h"
 #include "platform/linux/input/InputConsent.h"
 #include "platform/linux/input/PortalRequest.h"
 
@@ -69,7 +68,6 @@ private:
     void setState(State state);
 
     QDBusConnection bus_;
-    ConsentMemory memory_;
     State state_ = State::absent;
     std::optional<InputConsent::Occasion> wish_; ///< to be fulfilled when there is a portal
     QString handle_;                             ///< empty while there is none
