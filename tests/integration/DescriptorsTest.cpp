@@ -107,7 +107,7 @@ TEST_F(Descriptors, AStartedProgramHasNoneOfTheFilesOnTheirWay) {
     Phone sender;
     greet(sender);
     sender.sendText(R"({"action":"file_transfer_start","fileName":"a.bin","fileSize":3})");
-    ASSERT_TRUE(waitUntil([this] { return hasOpen(QStringLiteral("/a.bin")); }));
+    ASSERT_TRUE(waitUntil([] { return hasOpen(QStringLiteral("/a.bin")); }));
 
     OutgoingSpool spool(0); // nothing waits in memory
     const auto waiting = spool.add("text");

@@ -16,7 +16,7 @@ namespace {
 constexpr quint16 firstDevice = 2;
 constexpr quint16 lastDevice = 127;
 
-constexpr std::uint16_t partOfKeysyms = XCB_XKB_MAP_PART_KEY_SYMS;
+constexpr std::uint16_t mapPart = XCB_XKB_MAP_PART_KEY_SYMS;
 
 using Head = xcb_xkb_key_sym_map_t;
 
@@ -71,8 +71,8 @@ std::vector<X11KeyMeanings::Keyboard> X11KeyMeanings::read(quint8 first, quint8 
     const auto count = static_cast<quint8>(last - first + 1);
     std::vector<xcb_xkb_get_map_cookie_t> cookies;
     for (auto device = firstDevice; device <= lastDevice; ++device) {
-        cookies.push_back(xcb_xkb_get_map(display_.connection(), device, 0, partOfKeysyms, 0, 0, first, count,
-                                          0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+        cookies.push_back(xcb_xkb_get_map(display_.connection(), device, 0, mapPart, 0, 0, first, count, 0, 0,
+                                          0, 0, 0, 0, 0, 0, 0, 0, 0));
     }
     std::vector<Keyboard> keyboards;
     for (std::size_t index = 0; index < cookies.size(); ++index) {
@@ -127,7 +127,7 @@ void X11KeyMeanings::write(const Keyboard& keyboard, quint8 first) const {
         levels = static_cast<quint16>(levels + headOf(key).nSyms);
     }
     const auto* setup = xcb_get_setup(display_.connection());
-    xcb_xkb_set_map(display_.connection(), keyboard.device, partOfKeysyms, 0, setup->min_keycode,
+    xcb_xkb_set_map(display_.connection(), keyboard.device, mapPart, 0, setup->min_keycode,
                     setup->max_keycode, 0, 0, first, static_cast<quint8>(keyboard.keys.size()), levels, 0, 0,
                     0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, keys.constData());
 }

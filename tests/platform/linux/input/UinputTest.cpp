@@ -57,7 +57,8 @@ QString nameOf(unsigned long request, std::uintptr_t argument) {
         return QStringLiteral("axis ") + number;
     case UI_DEV_SETUP:
         return QStringLiteral("setup ") +
-               QString::fromLatin1(reinterpret_cast<uinput_setup*>(argument)->name);
+               QString::fromLatin1(
+                   reinterpret_cast<uinput_setup*>(argument)->name); // NOLINT: as ioctl takes it
     case UI_DEV_CREATE:
         return QStringLiteral("create");
     case UI_DEV_DESTROY:

@@ -40,7 +40,7 @@ protected:
         }
     }
 
-    void setLayout(const QString& layout, const QString& variant = {}) {
+    static void setLayout(const QString& layout, const QString& variant = {}) {
         (void)TestXServer::run(QStringLiteral("setxkbmap"), {layout, QStringLiteral("-variant"), variant});
     }
 
@@ -76,9 +76,11 @@ protected:
         poster_->post(KeyEvent{.keyCode = 53});
         QString all;
         for (const auto& line : witness_->seenUntil(QStringLiteral("up Escape"))) {
-            all += line.startsWith(QStringLiteral("text ")) ? line.mid(5)
-                   : line == QStringLiteral("down Return")  ? QStringLiteral("\n")
-                                                            : QString();
+            if (line.startsWith(QStringLiteral("text "))) {
+                all += QStringView(line).sliced(5);
+            } else if (line == u"down Return") {
+                all += u'\n';
+            }
         }
         return all;
     }
@@ -294,7 +296,7 @@ TEST_F(X11EventPosterTest, AServerThatHangsDoesNotHoldUpTheEnd) {
 TEST(X11EventPoster, WithoutAServerNothingCanBePosted) {
     const auto before = qgetenv("DISPLAY");
     qputenv("DISPLAY", ":4711");
-    X11EventPoster poster;
+    const X11EventPoster poster;
     for (int tries = 0; tries < 5000 && poster.canMakeEvents(); ++tries) {
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
