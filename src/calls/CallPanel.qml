@@ -22,7 +22,11 @@ Item {
     implicitHeight: 80
 
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: [panel.thirdLine, panel.firstLine, panel.secondLine].filter(line => line !== "").join(", ")
+    Accessible.name: joined(joined(panel.thirdLine, panel.firstLine), panel.secondLine)
+
+    function joined(text: string, line: string): string {
+        return text === "" || line === "" ? text + line : text + ", " + line;
+    }
 
     // The panel's height is fixed: beyond one and a half times the ordinary size its lines would leave it.
     function sized(pixelSize: real, weight: int): font {

@@ -58,7 +58,7 @@ protected:
             up.isDown = false;
             EXPECT_EQ(events[i], down);
             EXPECT_EQ(events[i + 1], up);
-            presses.push_back({events[i].keyCode, events[i].flags});
+            presses.emplace_back(events[i].keyCode, events[i].flags);
         }
         return presses;
     }
