@@ -11,12 +11,10 @@
 namespace brenvale {
 
 /// What names a request for a notification: a text, which may be joined from others by colons. It is compared
-/// by a digest, and shares the parts with who has them; one that is joined has, in place of a part of more
-/// than `longestPart` characters, its digest: no body of any size lives on with it. Any thread.
+/// by a digest, and shares the parts with who has them, so that a text of any size costs no second copy where
+/// identifiers are kept. Any thread.
 class RequestIdentifier {
 public:
-    static constexpr qsizetype longestPart = 10'000;
-
     RequestIdentifier() : RequestIdentifier(QString()) {}
     RequestIdentifier(const QString& text) // NOLINT(google-explicit-constructor): any text is an identifier
         : RequestIdentifier(QStringList{text}) {}

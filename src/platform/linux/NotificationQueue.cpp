@@ -12,12 +12,11 @@ constexpr qsizetype overhead = 500;
 
 qsizetype bytesOf(const NotificationRequest& request) {
     const auto& content = request.content;
-    // An identifier that is joined shares its parts with these; only a key of the phone's own is larger.
-    const auto characters =
-        content.title.size() + content.subtitle.size() + content.body.size() +
-        content.threadIdentifier.size() +
-        std::max<qsizetype>(0, request.identifier.size() - (3 * RequestIdentifier::longestPart));
-    return overhead + (characters * qsizetype{sizeof(char16_t)});
+    const auto characters = content.title.size() + content.subtitle.size() + content.body.size() +
+                            content.threadIdentifier.size();
+    // An identifier that is joined shares its parts with these; only a key of the phone's own takes more.
+    const auto more = std::max<qsizetype>(0, request.identifier.size() - characters);
+    return overhead + ((characters + more) * qsizetype{sizeof(char16_t)});
 }
 
 const RequestIdentifier& identifierOf(const NotificationQueue::Step& step) {
