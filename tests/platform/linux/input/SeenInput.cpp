@@ -47,11 +47,20 @@ bool isModifier(xkb_keysym_t keysym) {
 
 } // namespace
 
-void SeenInput::key(xkb_keysym_t keysym, bool isDown, const QString& held) {
-    if (const auto name = nameOf(keysym); !name.isEmpty()) {
+bool SeenInput::namedKey(xkb_keysym_t keysym, bool isDown, const QString& held) {
+    const auto name = nameOf(keysym);
+    if (!name.isEmpty()) {
         add((isDown ? QStringLiteral("down ") : QStringLiteral("up ")) + name +
             (isModifier(keysym) ? QString() : held));
-    } else if (const char32_t character = xkb_keysym_to_utf32(keysym); isDown && character != 0) {
+    }
+    return !name.isEmpty();
+}
+
+void SeenInput::key(xkb_keysym_t keysym, bool isDown, const QString& held) {
+    if (namedKey(keysym, isDown, held)) {
+        return;
+    }
+    if (const char32_t character = xkb_keysym_to_utf32(keysym); isDown && character != 0) {
         const auto typed = QString::fromUcs4(&character, 1);
         held.isEmpty() || held == u" shift" ? text(typed) : add(QStringLiteral("shortcut ") + typed + held);
     }
@@ -90,6 +99,11 @@ void SeenInput::button(bool isRight, bool isDown) {
         (isRight ? QStringLiteral("right") : QStringLiteral("left")));
 }
 
+QStringList SeenInput::lines() {
+    const std::scoped_lock lock(mutex_);
+    return {lines_.begin(), lines_.end()}; // a list of its own: the sanitizer can't see Qt share one
+}
+
 QStringList SeenInput::seenUntil(const QString& end) {
     constexpr std::chrono::seconds patience{10};
     std::unique_lock lock(mutex_);
@@ -98,7 +112,7 @@ QStringList SeenInput::seenUntil(const QString& end) {
             break;
         }
     }
-    return {lines_.begin(), lines_.end()}; // a list of its own: the sanitizer can't see Qt share one
+    return {lines_.begin(), lines_.end()}; // likewise
 }
 
 void SeenInput::add(const QString& line) {

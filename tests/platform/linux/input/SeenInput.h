@@ -18,16 +18,23 @@ public:
     /// modifiers on it, from `heldModifiers`; with others than Shift a character is none, but "shortcut a
     /// ctrl".
     void key(xkb_keysym_t keysym, bool isDown, const QString& held);
+    /// The same of a key that the lines have a name for. False for any other.
+    bool namedKey(xkb_keysym_t keysym, bool isDown, const QString& held);
     void text(const QString& text);
     void move(QPointF by);
     void button(bool isRight, bool isDown);
+
+    /// All lines since the beginning.
+    [[nodiscard]] QStringList lines();
 
     /// All lines since the beginning, once the last one is `end`; what there is when ten seconds have brought
     /// nothing new.
     [[nodiscard]] QStringList seenUntil(const QString& end);
 
-private:
+    /// A line as it is, of what the others have no words for.
     void add(const QString& line);
+
+private:
     void beginLine();
 
     std::mutex mutex_;

@@ -4,20 +4,14 @@
 #include "platform/linux/input/XcbReply.h"
 #include "platform/linux/input/XcbXkb.h"
 
-#include <QElapsedTimer>
 #include <QPoint>
 #include <QStandardPaths>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <csignal>
-#include <map>
 #include <utility>
-#include <vector>
 
 #include <poll.h>
-#include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -27,61 +21,8 @@ namespace {
 
 constexpr std::uint16_t width = 1280;
 constexpr std::uint16_t height = 800;
-
-const std::map<quint32, QString>& namesOfKeys() {
-    static const std::map<quint32, QString> names{
-        {XKB_KEY_Escape, QStringLiteral("Escape")},
-        {XKB_KEY_Return, QStringLiteral("Return")},
-        {XKB_KEY_BackSpace, QStringLiteral("Delete")},
-        {XKB_KEY_Left, QStringLiteral("Left")},
-        {XKB_KEY_Right, QStringLiteral("Right")},
-        {XKB_KEY_Up, QStringLiteral("Up")},
-        {XKB_KEY_Down, QStringLiteral("Down")},
-        {XKB_KEY_Control_L, QStringLiteral("Control")},
-        {XKB_KEY_Alt_L, QStringLiteral("Option")},
-        {XKB_KEY_Super_L, QStringLiteral("Command")},
-        {XKB_KEY_XF86AudioRaiseVolume, QStringLiteral("system0")},
-        {XKB_KEY_XF86AudioLowerVolume, QStringLiteral("system1")},
-        {XKB_KEY_XF86MonBrightnessUp, QStringLiteral("system2")},
-        {XKB_KEY_XF86MonBrightnessDown, QStringLiteral("system3")},
-        {XKB_KEY_XF86AudioMute, QStringLiteral("system7")},
-        {XKB_KEY_XF86AudioPlay, QStringLiteral("system16")},
-        {XKB_KEY_XF86AudioNext, QStringLiteral("system17")},
-        {XKB_KEY_XF86AudioPrev, QStringLiteral("system18")},
-        {XKB_KEY_XF86KbdBrightnessUp, QStringLiteral("system21")},
-        {XKB_KEY_XF86KbdBrightnessDown, QStringLiteral("system22")},
-    };
-    return names;
-}
-
-QString modifiersIn(std::uint16_t state) {
-    QStringList names;
-    const std::pair<std::uint16_t, const char*> modifiers[]{{XCB_MOD_MASK_4, "cmd"},
-                                                            {XCB_MOD_MASK_CONTROL, "ctrl"},
-                                                            {XCB_MOD_MASK_1, "option"},
-                                                            {XCB_MOD_MASK_SHIFT, "shift"}};
-    for (const auto& [mask, name] : modifiers) {
-        if ((state & mask) != 0) {
-            names << QString::fromLatin1(name);
-        }
-    }
-    return names.isEmpty() ? QString() : u' ' + names.join(u'+');
-}
-
-bool isModifier(quint32 keysym) {
-    return keysym == XKB_KEY_Control_L || keysym == XKB_KEY_Alt_L || keysym == XKB_KEY_Super_L;
-}
-
-QString nameOfButton(std::uint8_t number) {
-    switch (number) {
-    case 1:
-        return QStringLiteral("left");
-    case 3:
-        return QStringLiteral("right");
-    default:
-        return QStringLiteral("other");
-    }
-}
+constexpr std::uint8_t leftButton = 1;
+constexpr std::uint8_t rightButton = 3;
 
 } // namespace
 
@@ -129,6 +70,8 @@ public:
 
     void readLayout();
     [[nodiscard]] quint32 keysymOf(const xcb_key_press_event_t& event) const;
+    /// The modifiers on the last key.
+    [[nodiscard]] QString held() const { return heldModifiers(state_); }
     void answer(const xcb_client_message_event_t& message) const;
 
     xcb_connection_t* connection = nullptr;
@@ -234,78 +177,26 @@ void X11Witness::run(const std::stop_token& stop) {
         } else if (type == XCB_MOTION_NOTIFY) {
             const auto& motion = reinterpret_cast<const xcb_motion_notify_event_t&>(*event);
             const QPoint place(motion.root_x, motion.root_y);
-            addMove(place - std::exchange(window_->place, place));
+            seen_.move(place - std::exchange(window_->place, place));
         } else if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE) {
             const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*event);
-            add((type == XCB_BUTTON_PRESS ? QStringLiteral("press ") : QStringLiteral("release ")) +
-                nameOfButton(button.detail));
+            if (button.detail == leftButton || button.detail == rightButton) {
+                seen_.button(button.detail == rightButton, type == XCB_BUTTON_PRESS);
+            } else {
+                seen_.add(QStringLiteral("another button"));
+            }
         } else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
             const auto keysym = window_->keysymOf(key);
-            const auto name = namesOfKeys().find(keysym);
-            if (name != namesOfKeys().end()) {
-                add((type == XCB_KEY_PRESS ? QStringLiteral("down ") : QStringLiteral("up ")) + name->second +
-                    (isModifier(keysym) ? QString() : modifiersIn(key.state)));
-            } else if (const auto character = xkb_keysym_to_utf32(keysym);
-                       type == XCB_KEY_PRESS && character != 0) {
-                addText(QString::fromUcs4(reinterpret_cast<const char32_t*>(&character), 1));
+            if (seen_.namedKey(keysym, type == XCB_KEY_PRESS, window_->held())) {
+                continue;
+            }
+            // Whatever modifiers are on it: what is typed into a user's shortcut is to be seen as text.
+            if (const char32_t character = xkb_keysym_to_utf32(keysym);
+                type == XCB_KEY_PRESS && character != 0) {
+                seen_.text(QString::fromUcs4(&character, 1));
             }
         }
-    }
-}
-
-void X11Witness::add(const QString& line) {
-    const std::scoped_lock lock(mutex_);
-    lines_ << line;
-    moved_ = {};
-}
-
-void X11Witness::addText(const QString& text) {
-    const std::scoped_lock lock(mutex_);
-    if (!lines_.isEmpty() && lines_.last().startsWith(QStringLiteral("text "))) {
-        lines_.last() += text;
-    } else {
-        lines_ << QStringLiteral("text ") + text;
-    }
-    moved_ = {};
-}
-
-void X11Witness::addMove(QPoint by) {
-    const std::scoped_lock lock(mutex_);
-    if (!moved_.isNull()) {
-        lines_.removeLast();
-    }
-    moved_ += by;
-    if (!moved_.isNull()) {
-        lines_ << QStringLiteral("by %1 %2").arg(moved_.x()).arg(moved_.y());
-    }
-}
-
-QStringList X11Witness::lines() {
-    const std::scoped_lock lock(mutex_);
-    return {lines_.begin(), lines_.end()}; // a list of its own: the sanitizer can't see Qt share one
-}
-
-QStringList X11Witness::seenUntil(const QString& end) {
-    constexpr qint64 patience = 10'000;
-    QElapsedTimer sinceNews;
-    sinceNews.start();
-    QStringList before;
-    for (;;) {
-        {
-            const std::scoped_lock lock(mutex_);
-            if (!lines_.isEmpty() && lines_.last() == end) {
-                return {lines_.begin(), lines_.end()};
-            }
-            if (lines_ != before) {
-                before = lines_;
-                sinceNews.restart();
-            }
-        }
-        if (sinceNews.elapsed() > patience) {
-            return before;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 }
 

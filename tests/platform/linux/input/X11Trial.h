@@ -1,11 +1,10 @@
 #pragma once
 
 #include "EventPosterContract.h"
+#include "SeenInput.h"
 #include "TestProgram.h"
 
-#include <atomic>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <thread>
 
@@ -44,21 +43,15 @@ public:
     X11Witness& operator=(const X11Witness&) = delete;
     ~X11Witness();
 
-    [[nodiscard]] QStringList seenUntil(const QString& end);
-    [[nodiscard]] QStringList lines();
+    [[nodiscard]] QStringList seenUntil(const QString& end) { return seen_.seenUntil(end); }
+    [[nodiscard]] QStringList lines() { return seen_.lines(); }
 
 private:
     class Window;
 
     void run(const std::stop_token& stop);
-    void add(const QString& line);
-    void addText(const QString& text);
-    void addMove(QPoint by);
-
     std::unique_ptr<Window> window_;
-    std::mutex mutex_;
-    QStringList lines_; ///< guarded by mutex_
-    QPoint moved_;      ///< what the last line sums up; guarded by mutex_
+    SeenInput seen_;
     std::jthread thread_;
 };
 
