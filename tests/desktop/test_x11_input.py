@@ -94,7 +94,11 @@ class X11InputTest(unittest.TestCase):
     def test_the_window_manager_gets_its_shortcuts(self):
         """Openbox goes to the next desktop by Control, Alt and Right."""
         poster = self.start_poster()
-        self.desk.run('xdotool', 'set_num_desktops', '2')
+
+        def deals_with_requests():  # it announces itself before it listens, to us as to the keyboard
+            self.desk.run('xdotool', 'set_num_desktops', '2', check=False)
+            return self.desk.run('xdotool', 'get_num_desktops', check=False).strip() == '2'
+        wait_until(deals_with_requests, 'the window manager to listen')
         poster.send(f'key 124 {CONTROL | 0x80000}')
         wait_until(lambda: self.desk.run('xdotool', 'get_desktop').strip() == '1', 'the other desktop')
 
