@@ -246,35 +246,37 @@ void WebSocketConnection::send(std::shared_ptr<const OutgoingText> text, SendCom
 }
 
 void WebSocketConnection::writeNext() {
-    if (isWriting_ || outgoing_.empty() || isEnded_) {
-        return;
-    }
-    writing_ = outgoing_.front().text->bytes();
-    if (writing_.isEmpty()) { // a message never is
-        auto lost = std::move(outgoing_.front());
-        outgoing_.pop_front();
-        if (lost.completion) {
-            lost.completion("the text can't be read back");
+    while (!isWriting_ && !outgoing_.empty() && !isEnded_) {
+        writing_ = outgoing_.front().text->bytes();
+        if (writing_.isEmpty()) { // a message never is
+            completeFront("the text can't be read back");
+        } else {
+            startWriting();
         }
-        writeNext();
-        return;
     }
+}
+
+void WebSocketConnection::startWriting() {
     isWriting_ = true;
     stream_.async_write(asio::buffer(writing_.constData(), static_cast<std::size_t>(writing_.size())),
                         [self = shared_from_this()](const error_code& error, std::size_t /*size*/) {
                             self->isWriting_ = false;
                             self->writing_.clear();
-                            auto sent = std::move(self->outgoing_.front());
-                            self->outgoing_.pop_front();
-                            if (sent.completion) {
-                                sent.completion(error ? describe(error) : QByteArray());
-                            }
+                            self->completeFront(error ? describe(error) : QByteArray());
                             if (self->isEnded_) {
                                 self->failPendingSends();
                             } else {
                                 self->writeNext();
                             }
                         });
+}
+
+void WebSocketConnection::completeFront(const QByteArray& error) {
+    auto front = std::move(outgoing_.front());
+    outgoing_.pop_front();
+    if (front.completion) {
+        front.completion(error);
+    }
 }
 
 void WebSocketConnection::refuse(const QByteArray& reason) {

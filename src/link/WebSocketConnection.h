@@ -42,6 +42,8 @@ private:
     void opened();
     [[nodiscard]] MessageBuffer takeIncoming();
     void writeNext();
+    void startWriting();
+    void completeFront(const QByteArray& error);
     void end(State state, const QByteArray& error);
     void failPendingSends();
 

@@ -1,6 +1,7 @@
 #include "transfer/LocalFile.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <utility>
@@ -80,6 +81,11 @@ wrap(const QString& path, std::expected<int, QString> descriptor, QIODevice::Ope
 }
 
 } // namespace
+
+bool isNoFile(const QString& path) {
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile();
+}
 
 std::expected<std::unique_ptr<QFile>, QString> openFile(const QString& path) {
     return wrap(path, openRegular(path, O_RDONLY), QIODevice::ReadOnly);

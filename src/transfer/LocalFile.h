@@ -13,6 +13,9 @@ namespace brenvale {
 /// is neither waited for nor written to. No program that this one starts inherits an open file. The errors
 /// are the system's or as plain as those. Any thread.
 
+/// Whether something else than a file stands there: to be asked before a library opens a path by itself.
+[[nodiscard]] bool isNoFile(const QString& path);
+
 /// The file of that path, open for reading.
 [[nodiscard]] std::expected<std::unique_ptr<QFile>, QString> openFile(const QString& path);
 

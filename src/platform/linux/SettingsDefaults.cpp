@@ -27,12 +27,6 @@ QString settingsPath() {
     return settingsFolder() + QStringLiteral("/brenvale.conf");
 }
 
-/// Whether something else than a file stands in its place. A FIFO would hold up whoever opens it.
-bool isNoFile() {
-    const QFileInfo info(settingsPath());
-    return info.exists() && !info.isFile();
-}
-
 qint64 nearestInteger(const QString& text) {
     bool isInteger = false;
     const auto integer = text.toLongLong(&isInteger);
@@ -90,7 +84,7 @@ qint64 SettingsDefaults::integer(QStringView key) const {
     if (const auto value = unwritten(key)) {
         return *value;
     }
-    if (isNoFile()) {
+    if (isNoFile(settingsPath())) {
         return 0;
     }
     const QSettings settings(settingsPath(), QSettings::IniFormat);
@@ -98,8 +92,8 @@ qint64 SettingsDefaults::integer(QStringView key) const {
 }
 
 bool SettingsDefaults::contains(QStringView key) const {
-    return unwritten(key) ||
-           (!isNoFile() && QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString()));
+    return unwritten(key) || (!isNoFile(settingsPath()) &&
+                              QSettings(settingsPath(), QSettings::IniFormat).contains(key.toString()));
 }
 
 std::expected<SettingsSections, QString> SettingsDefaults::sections() const {

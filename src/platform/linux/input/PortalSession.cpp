@@ -179,8 +179,8 @@ void PortalSession::started(const PortalRequest::Results& results) {
     const auto devices = results ? results->value(QStringLiteral("devices")).toUInt() : 0;
     if (!results || (devices & keyboardAndPointer) != keyboardAndPointer) {
         if (results || results.error() == PortalRequest::Failure::refused) {
-            ConsentMemory::keepRefusal(
-                true); // keys without a pointer, or the other way round, are a refusal too
+            // Keys without a pointer, or the other way round, are a refusal too.
+            ConsentMemory::keepRefusal(true);
         }
         close();
         return;

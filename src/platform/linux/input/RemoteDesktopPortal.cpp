@@ -104,8 +104,8 @@ RemoteDesktopPortal::~RemoteDesktopPortal() {
     constexpr unsigned long patience = 2000;
     thread_->quit();
     if (!thread_->wait(patience)) {
-        [[maybe_unused]] const auto* hung =
-            thread_.release(); // it hangs in a bus that does not answer: its parts stay behind with it
+        // It hangs in a bus that does not answer: its parts stay behind with it.
+        [[maybe_unused]] const auto* hung = thread_.release();
     }
 }
 
