@@ -35,6 +35,7 @@ public:
     void add(const QString& line);
 
 private:
+    [[nodiscard]] QStringList copyOfLines() const;
     void beginLine();
 
     std::mutex mutex_;

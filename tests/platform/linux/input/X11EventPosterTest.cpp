@@ -266,7 +266,9 @@ TEST_F(X11EventPosterTest, ALayoutThatChangesBetweenTwoTextsIsFollowed) {
     start();
     for (const auto* layout : {"de", "us", "fr", "us,ru"}) {
         setLayout(QString::fromLatin1(layout));
-        EXPECT_TRUE(typed(anyText).endsWith(anyText)) << layout;
+        witness_.reset();
+        witness_ = std::make_unique<X11Witness>(); // which has not seen the end of an earlier text
+        EXPECT_EQ(typed(anyText), anyText) << layout;
     }
 }
 
