@@ -132,7 +132,7 @@ TEST(VirtualKeymap, KeysStandWhereEveryKeyboardHasThem) {
 }
 
 TEST(VirtualKeymap, ModifiersAreWhatClientsTakeThemFor) {
-    VirtualKeymap keymap;
+    const VirtualKeymap keymap;
     ClientKeymap client(keymap);
     ASSERT_TRUE(client.isValid());
     struct Row {

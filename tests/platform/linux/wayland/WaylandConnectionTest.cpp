@@ -34,8 +34,8 @@ public:
         const auto path = folder_.path().toStdString() + "/wayland-0";
         sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
         path.copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
-        ::bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-        ::listen(descriptor_, 0);
+        EXPECT_EQ(::bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(::listen(descriptor_, 0), 0);
         qputenv("XDG_RUNTIME_DIR", folder_.path().toUtf8());
         qputenv("WAYLAND_DISPLAY", "wayland-0");
     }
@@ -166,9 +166,9 @@ TEST(WaylandConnection, ACompositorThatHangsHoldsUpNobody) {
     }
     EXPECT_TRUE(connection->hasUnsent());
     EXPECT_FALSE(connection->isReady());
-    std::vector<std::unique_ptr<WaylandConnection>> others;
-    for (int more = 0; more < 10; ++more) { // until its queue of connections is full
-        others.push_back(WaylandConnection::open());
+    std::array<std::unique_ptr<WaylandConnection>, 10> others; // more than its queue of connections holds
+    for (auto& other : others) {
+        other = WaylandConnection::open();
     }
     EXPECT_EQ(others.back(), nullptr);
 }
