@@ -36,7 +36,7 @@ pid_t startProgram(const char* program) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     pid_t process = 0;
-    const char* arguments[] = {program, nullptr};
+    const char* arguments[] = {program, "--background", nullptr}; // no window, also where there is no tray
     if (posix_spawn(&process, program, &actions, nullptr, const_cast<char* const*>(arguments), environ) !=
         0) {
         std::perror(program);

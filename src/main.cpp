@@ -30,25 +30,35 @@
 
 namespace {
 
-/// The files named on the command line; options end the process here.
-QList<QUrl> filesToSend(const QApplication& application) {
+/// What the command line asks for.
+struct StartWish {
+    QList<QUrl> files;         ///< to send
+    bool isBackground = false; ///< started by the session and not by the user
+};
+
+/// Reads the command line; a question for help or the version ends the process here.
+StartWish startWish(const QApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Companion of an Android phone on the desktop."));
     parser.addHelpOption();
     parser.addVersionOption();
+    const QCommandLineOption background(QStringLiteral("background"),
+                                        QStringLiteral("Open no window, also where there is no tray."));
+    parser.addOption(background);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to send to the phone."),
                                  QStringLiteral("[files...]"));
     parser.process(application);
-    QList<QUrl> files;
+    StartWish wish{.files = {}, .isBackground = parser.isSet(background)};
     for (const auto& argument : parser.positionalArguments()) {
-        files.append(QUrl::fromUserInput(argument, QDir::currentPath(), QUrl::AssumeLocalFile));
+        wish.files.append(QUrl::fromUserInput(argument, QDir::currentPath(), QUrl::AssumeLocalFile));
     }
-    return files;
+    return wish;
 }
 
 /// Another process is the program already: it does what was asked of this one.
-int handOver(const QList<QUrl>& files) {
-    if (brenvale::DBusApplication::handOver(files)) {
+int handOver(const StartWish& wish) {
+    const bool asksNothing = wish.isBackground && wish.files.isEmpty();
+    if (asksNothing || brenvale::DBusApplication::handOver(wish.files)) {
         return EXIT_SUCCESS;
     }
     std::fputs("Brenvale is running already, but does not answer.\n", stderr);
@@ -104,10 +114,10 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
     QApplication::setQuitLockEnabled(false); // what a plugin of the desktop has finished ends nothing here
-    const auto files = filesToSend(application);
+    const auto wish = startWish(application);
     DBusApplication instance;
     if (!instance.claim()) {
-        return handOver(files);
+        return handOver(wish);
     }
 
     MainQueue mainQueue;
@@ -120,9 +130,12 @@ int main(int argc, char* argv[]) {
         std::make_shared<WebSocketServer>(platform.platform(), transport, linkQueue, mainQueue));
     AppDelegate delegate(platform.platform(), mainQueue, WebSocketServer::shared(), makeMainWindow,
                          callPanelMakers(display.hasLayerShell));
-    mainQueue.async([&delegate, &files] {
+    if (!wish.isBackground && display.kind != brenvale::Display::Kind::none) {
+        delegate.openWindowWithoutTray();
+    }
+    mainQueue.async([&delegate, &wish] {
         delegate.applicationDidFinishLaunching();
-        delegate.handleSendToAndroidService(files);
+        delegate.handleSendToAndroidService(wish.files);
     });
     // Steps behind the launch, also for a call that waits since before it.
     instance.activate = [&delegate, &mainQueue] {

@@ -22,6 +22,10 @@ class StatusItem {
 public:
     virtual ~StatusItem() = default;
 
+    /// Called once where the desktop has brought no tray some ten seconds after `setMenu`; one may come yet.
+    /// Set before `setMenu`.
+    std::function<void()> trayMissing;
+
     /// Puts the item up with `rows` as its menu. Called once.
     virtual void setMenu(std::vector<MenuItem> rows) = 0;
 

@@ -3,6 +3,7 @@
 #include "link/WebSocketServer.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/Platform.h"
+#include "platform/StatusItem.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
 #include "shell/MainWindow.h"
@@ -47,6 +48,14 @@ bool AppDelegate::applicationShouldHandleReopen() {
         showSettings(static_cast<int>(platform_.userDefaults.integer(selectedTabKey)));
     }
     return true;
+}
+
+void AppDelegate::openWindowWithoutTray() {
+    platform_.statusItem.trayMissing = [this] {
+        if (!settingsWindow_) {
+            applicationShouldHandleReopen();
+        }
+    };
 }
 
 void AppDelegate::checkAccessibilityPermission() {

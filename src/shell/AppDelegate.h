@@ -49,6 +49,10 @@ public:
     /// One that is on show stays as it is. Always true.
     bool applicationShouldHandleReopen();
 
+    /// The user has started the program by hand: a desktop without a tray would show nothing of it, so the
+    /// window opens once there, unless it has been open meanwhile. Called before the launch.
+    void openWindowWithoutTray();
+
     /// Brings the main window up on the tab of that number.
     void showSettings(int tab);
 

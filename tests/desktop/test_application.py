@@ -53,6 +53,11 @@ class SingleInstanceTest(ApplicationTest):
         self.assertEqual(phone.read_json(), {'action': 'file_transfer_start', 'fileName': 'two words.txt', 'fileSize': 8})
         self.wait_for_window()
 
+    def test_a_second_start_in_the_background_asks_for_nothing(self):
+        self.assertEqual(self.start_again('--background'), (0, b''))
+        self.program.wait_at_rest()
+        self.assertEqual(self.window(), '')
+
     def test_the_name_is_free_again_when_the_first_has_ended(self):
         self.program.stop()
         self.start()

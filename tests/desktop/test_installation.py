@@ -23,8 +23,8 @@ class InstallationTest(DeskTest):
         installed = (self.prefix / 'share/dbus-1/services/org.brenvale.Brenvale.service').read_text()
         # The prefix of the installation is one of the configuration; here it is another.
         command = next(line for line in installed.splitlines() if line.startswith('Exec='))
-        self.assertTrue(command.endswith('/bin/brenvale'), command)
-        service = installed.replace(command, f'Exec={self.prefix}/bin/brenvale')
+        self.assertTrue(command.endswith('/bin/brenvale --background'), command)
+        service = installed.replace(command, f'Exec={self.prefix}/bin/brenvale --background')
         (self.desk.root / 'services/org.brenvale.Brenvale.service').write_text(service)
         environment = [f'{name}={value}' for name, value in self.desk.env.items()]
         self.desk.run('dbus-update-activation-environment', *environment)

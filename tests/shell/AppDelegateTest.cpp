@@ -119,3 +119,31 @@ TEST(AppDelegate, ReopeningLeavesAWindowThatIsOnShowAlone) {
     EXPECT_EQ(test.window->timesOrderedFront, 1);
     EXPECT_EQ(test.settingsView->selectedTab(), 2);
 }
+
+TEST(AppDelegate, AStartByHandOpensTheWindowOnceWhereNoTrayComes) {
+    TestDelegate test;
+    test.fake.userDefaults.setInteger(u"selectedSettingsTab", 3);
+    test.delegate.openWindowWithoutTray();
+    test.delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(test.windowsMade, 0);
+    test.fake.statusItem.trayMissing();
+    ASSERT_EQ(test.windowsMade, 1);
+    EXPECT_TRUE(test.window->isShown);
+    EXPECT_EQ(test.settingsView->selectedTab(), 3);
+}
+
+TEST(AppDelegate, AWindowThatTheUserHasClosedMeanwhileStaysClosedWhereNoTrayComes) {
+    TestDelegate test;
+    test.delegate.openWindowWithoutTray();
+    test.delegate.applicationDidFinishLaunching();
+    test.delegate.showSettings(2);
+    test.window->close();
+    test.fake.statusItem.trayMissing();
+    EXPECT_FALSE(test.window->isShown);
+}
+
+TEST(AppDelegate, AStartInTheBackgroundOpensNothingWhereNoTrayComes) {
+    TestDelegate test;
+    test.delegate.applicationDidFinishLaunching();
+    EXPECT_FALSE(test.fake.statusItem.trayMissing);
+}

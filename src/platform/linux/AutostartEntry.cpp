@@ -27,7 +27,7 @@ QByteArray entryText(const QString& program) {
            "Icon=org.brenvale.Brenvale\n"
            "Exec=" +
            execWord(program).toUtf8() +
-           "\n"
+           " --background\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
 }

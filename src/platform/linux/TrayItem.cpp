@@ -18,7 +18,12 @@ void TrayItem::setMenu(std::vector<MenuItem> rows) {
     for (auto& row : rows) {
         addRow(std::move(row));
     }
-    wait_ = std::make_unique<TrayWait>([this] { putUp(); });
+    wait_ = std::make_unique<TrayWait>([this] { putUp(); },
+                                       [this] {
+                                           if (trayMissing) {
+                                               trayMissing();
+                                           }
+                                       });
 }
 
 void TrayItem::addRow(MenuItem row) {

@@ -24,7 +24,8 @@ namespace {
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-/// What a panel takes to come up after login; then a tray of the old kind serves as well.
+/// What a panel takes to come up after login; then a tray of the old kind serves as well, and without one
+/// there is none.
 constexpr std::chrono::seconds panelPatience{10};
 
 /// Whether an X11 tray of the first screen is there (System Tray Protocol of freedesktop.org).
@@ -38,7 +39,8 @@ bool hasOldTray(xcb_connection_t* connection) {
 
 } // namespace
 
-TrayWait::TrayWait(std::function<void()> found) : found_(std::move(found)) {
+TrayWait::TrayWait(std::function<void()> found, std::function<void()> missing)
+    : found_(std::move(found)), missing_(std::move(missing)) {
     auto bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
         auto* watcher =
@@ -50,11 +52,8 @@ TrayWait::TrayWait(std::function<void()> found) : found_(std::move(found)) {
     }
     if (x11Connection() != nullptr) {
         QCoreApplication::instance()->installNativeEventFilter(this);
-        QTimer::singleShot(panelPatience, this, [this] {
-            hadItsChance_ = true;
-            lookForOldTray();
-        });
     }
+    QTimer::singleShot(panelPatience, this, &TrayWait::endPatience);
 }
 
 TrayWait::~TrayWait() {
@@ -77,6 +76,16 @@ void TrayWait::askForHost() {
             finish();
         }
     });
+}
+
+void TrayWait::endPatience() {
+    hadItsChance_ = true;
+    if (x11Connection() != nullptr) {
+        lookForOldTray();
+    }
+    if (found_) {
+        missing_();
+    }
 }
 
 bool TrayWait::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {

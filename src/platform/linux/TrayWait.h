@@ -14,8 +14,9 @@ class TrayWait final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
 public:
-    /// Calls `found` once, by a step of its own or later.
-    explicit TrayWait(std::function<void()> found);
+    /// Calls `found` once, by a step of its own or later, and `missing` before it where ten seconds have
+    /// brought no tray.
+    TrayWait(std::function<void()> found, std::function<void()> missing);
     ~TrayWait() override;
     TrayWait(const TrayWait&) = delete;
     TrayWait& operator=(const TrayWait&) = delete;
@@ -26,10 +27,12 @@ private slots:
     void askForHost();
 
 private:
+    void endPatience();
     void lookForOldTray();
     void finish();
 
     std::function<void()> found_;
+    std::function<void()> missing_;
     bool hadItsChance_ = false; ///< the new kind of tray: from then on the old one serves as well
 };
 

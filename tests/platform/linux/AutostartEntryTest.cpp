@@ -47,7 +47,8 @@ TEST_F(AutostartEntryTest, IsOffWhereThereIsNoEntry) {
 TEST_F(AutostartEntryTest, RegisteringWritesAValidEntryForThisProgram) {
     ASSERT_TRUE(entry.registerItem());
     EXPECT_TRUE(entry.isEnabled());
-    EXPECT_TRUE(text().contains("Exec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\"\n"))
+    EXPECT_TRUE(
+        text().contains("Exec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\" --background\n"))
         << text().toStdString();
     QProcess validator;
     validator.start(QStringLiteral("desktop-file-validate"), {path});
