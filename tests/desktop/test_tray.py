@@ -1,4 +1,5 @@
 """The tray item and its menu, read and clicked over the bus as a desktop's panel does it."""
+import configparser
 import json
 import socket
 import subprocess
@@ -62,6 +63,14 @@ class MenuTest(TrayTest):
             'Call…': 'C', 'Send SMS…': 'S', 'File Drop…': 'F', 'Notifications…': 'Y', 'Remote Control…': 'R',
             'Send Clipboard': 'V', 'Clipboard History…': 'H', 'Settings…': ',', 'Info…': 'I', 'Quit Brenvale': 'Q'})
         self.assertTrue(all(rows[label]['enabled'] for label in keys))
+
+    def test_its_rows_are_the_actions_of_the_programs_own_entry(self):
+        self.start_shown()
+        entry = configparser.ConfigParser(interpolation=None)
+        entry.read(HERE.parent.parent / 'data/org.brenvale.Brenvale.desktop')
+        names = entry['Desktop Entry']['Actions'].strip(';').split(';')
+        self.assertEqual([entry[f'Desktop Action {name}']['Name'] for name in names],
+                         [label for label in self.labels()[4:] if label != SEPARATOR])
 
     def test_the_state_follows_the_server(self):
         program = self.start_shown()
