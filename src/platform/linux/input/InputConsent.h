@@ -17,6 +17,10 @@ public:
     /// Whether there is somebody to ask. Any thread; never blocks.
     [[nodiscard]] virtual bool canAsk() const = 0;
 
+    /// Whether it is certain that there is nobody to ask, and was nobody before, and no refusal stands. Not
+    /// so while that is still being looked for. Any thread; never blocks.
+    [[nodiscard]] virtual bool hasNobodyToAsk() const = 0;
+
     /// Has the desktop ask, unless it is asking or the user has consented; as soon as it can where a session
     /// is still starting. On main; never blocks.
     virtual void ask(Occasion occasion) = 0;

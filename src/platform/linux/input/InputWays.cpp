@@ -22,7 +22,8 @@ InputWays inputWays(const Display& display, DispatchQueue& main, TextLender* len
         auto portal = std::make_unique<RemoteDesktopPortal>(main, lender);
         input.consent = portal.get();
         input.ways.push_back(std::move(portal));
-    } else { // nobody is there to be asked: beside a consent, this would be a way around it
+        input.ways.push_back(std::make_unique<UinputEventPoster>(kernelInput(), input.consent));
+    } else {
         input.ways.push_back(std::make_unique<UinputEventPoster>(kernelInput()));
     }
     return input;

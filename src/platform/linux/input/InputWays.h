@@ -13,7 +13,7 @@ class TextLender;
 
 /// How this session takes events: on X11 by XTEST, on Wayland by the compositor's virtual keyboard and
 /// pointer, else by the desktop's portal. Only where there is none of these, by the kernel's input device, if
-/// the user may write it: never before a consent, and never in spite of a refusal.
+/// the user may write it: never beside a portal, and never in spite of a refusal.
 struct InputWays {
     LinuxEventPoster::Ways ways;     ///< the best first
     InputConsent* consent = nullptr; ///< one of the ways, where that needs the user's consent

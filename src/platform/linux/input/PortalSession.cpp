@@ -50,7 +50,7 @@ PortalSession::PortalSession(QDBusConnection bus) : bus_(std::move(bus)) {
 
 /// What the desktop has behind the portal may start later than the portal.
 void PortalSession::propertiesChanged(const QString& interface) {
-    if (interface == remoteDesktopInterface && state_ == State::absent) {
+    if (interface == remoteDesktopInterface && !isHere()) {
         lookForPortal();
     }
 }
@@ -66,17 +66,38 @@ void PortalSession::lookForPortal() {
         watcher->deleteLater();
         --looks_;
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        portalFound(reply.isError() ? 0 : reply.value().variant().toUInt());
+        if (reply.isError()) {
+            portalMissing(reply.error().type());
+        } else {
+            portalFound(reply.value().variant().toUInt());
+        }
     });
 }
 
+/// Without devices its back end may still be starting.
+
 void PortalSession::portalFound(uint deviceTypes) {
-    if (state_ != State::absent || (deviceTypes & keyboardAndPointer) != keyboardAndPointer) {
+    if (isHere()) {
         return;
     }
+    if ((deviceTypes & keyboardAndPointer) != keyboardAndPointer) {
+        setState(State::absent);
+        return;
+    }
+    wasHere_ = true;
     setState(State::closed);
     if (wish_) {
         open(*wish_);
+    }
+}
+
+/// Silence says nothing: a portal that is slow may have a dialog yet.
+void PortalSession::portalMissing(QDBusError::ErrorType error) {
+    using enum QDBusError::ErrorType;
+    const bool isCertain = error == ServiceUnknown || error == UnknownObject || error == UnknownInterface ||
+                           error == UnknownProperty || error == InvalidArgs;
+    if (!isHere()) {
+        setState(isCertain && !wasHere_ ? State::none : State::absent);
     }
 }
 
@@ -86,14 +107,14 @@ void PortalSession::portalGone() {
     }
     forgetSession(State::absent);
     QTimer::singleShot(restartTime, this, [this] {
-        if (state_ == State::absent) {
+        if (!isHere()) {
             lookForPortal();
         }
     });
 }
 
 void PortalSession::open(InputConsent::Occasion occasion) {
-    if (state_ == State::absent) {
+    if (!isHere()) {
         wish_ = occasion;
         if (looks_ == 0) {
             lookForPortal();

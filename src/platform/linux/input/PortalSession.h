@@ -4,6 +4,7 @@
 #include "platform/linux/input/PortalRequest.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusObjectPath>
 #include <QElapsedTimer>
 #include <QObject>
@@ -22,7 +23,8 @@ class PortalSession final : public QObject {
 
 public:
     enum class State : signed char {
-        absent, ///< there is no such portal, or not at present
+        none,   ///< there is no such portal, and there was none before
+        absent, ///< not at present, or nobody has said yet
         closed, ///< the user can be asked
         asking,
         open,
@@ -55,6 +57,7 @@ private slots:
 private:
     void lookForPortal();
     void portalFound(uint deviceTypes);
+    void portalMissing(QDBusError::ErrorType error);
     void portalGone();
     void registerProgram();
     void createSession();
@@ -65,10 +68,12 @@ private:
     void request(const QString& method, const QVariantList& arguments, const QVariantMap& options,
                  PortalRequest::Answered answered);
     void forgetSession(State state);
+    [[nodiscard]] bool isHere() const { return state_ >= State::closed; }
     void setState(State state);
 
     QDBusConnection bus_;
     State state_ = State::absent;
+    bool wasHere_ = false;
     std::optional<InputConsent::Occasion> wish_; ///< to be fulfilled when there is a portal
     QString handle_;                             ///< empty while there is none
     int looks_ = 0;                              ///< for the portal, under way

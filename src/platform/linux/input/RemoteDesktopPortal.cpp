@@ -1,6 +1,7 @@
 #include "platform/linux/input/RemoteDesktopPortal.h"
 
 #include "platform/DispatchQueue.h"
+#include "platform/linux/input/ConsentMemory.h"
 #include "platform/linux/input/PortalPlayer.h"
 #include "platform/linux/input/PortalSession.h"
 #include "platform/linux/input/TrackedPointer.h"
@@ -22,6 +23,7 @@ const QString connectionName = QStringLiteral("brenvale-input");
 struct RemoteDesktopPortal::Shared {
     std::atomic<bool> isOpen = false;
     std::atomic<bool> canAsk = false;
+    std::atomic<bool> hasNobodyToAsk = false;
     PostedEvents events;
     TrackedPointer pointer;
     Published<std::monostate> change; ///< on main
@@ -40,6 +42,8 @@ public:
     void begin() {
         const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
         if (!bus.isConnected()) {
+            shared_->hasNobodyToAsk = !ConsentMemory::wasRefused();
+            tellMain();
             return;
         }
         session_ = std::make_unique<PortalSession>(bus);
@@ -69,11 +73,16 @@ private:
         if (isOpen || wasOpen) {
             player_->end(); // what was let in while the session went
         }
-        shared_->canAsk = state != absent;
+        shared_->canAsk = state >= closed;
+        shared_->hasNobodyToAsk = state == none && !ConsentMemory::wasRefused();
         shared_->isOpen = isOpen;
         if (isOpen) {
             player_->begin();
         }
+        tellMain();
+    }
+
+    void tellMain() {
         main_.async([shared = std::weak_ptr(shared_)] {
             if (const auto held = shared.lock()) {
                 held->change.set({});
@@ -137,6 +146,10 @@ void RemoteDesktopPortal::post(const MouseEvent& event) {
 
 bool RemoteDesktopPortal::canAsk() const {
     return shared_->canAsk;
+}
+
+bool RemoteDesktopPortal::hasNobodyToAsk() const {
+    return shared_->hasNobodyToAsk;
 }
 
 void RemoteDesktopPortal::ask(Occasion occasion) {

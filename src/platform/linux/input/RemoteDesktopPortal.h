@@ -30,6 +30,7 @@ public:
     void post(const MouseEvent& event) override;
 
     [[nodiscard]] bool canAsk() const override;
+    [[nodiscard]] bool hasNobodyToAsk() const override;
     void ask(Occasion occasion) override;
     [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 

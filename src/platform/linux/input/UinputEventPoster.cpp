@@ -1,5 +1,6 @@
 #include "platform/linux/input/UinputEventPoster.h"
 
+#include "platform/linux/input/InputConsent.h"
 #include "platform/linux/input/KeyTable.h"
 
 #include <algorithm>
@@ -54,7 +55,8 @@ std::optional<UsKey> usKeyOf(char32_t character) {
     return {};
 }
 
-UinputEventPoster::UinputEventPoster(std::unique_ptr<KernelInput> kernel) : kernel_(std::move(kernel)) {
+UinputEventPoster::UinputEventPoster(std::unique_ptr<KernelInput> kernel, const InputConsent* consent)
+    : consent_(consent), kernel_(std::move(kernel)) {
     if (!kernel_->open()) {
         events_.close();
         return;
@@ -67,6 +69,28 @@ UinputEventPoster::~UinputEventPoster() {
     events_.close();
     if (thread_.joinable()) {
         thread_.join();
+    }
+}
+
+bool UinputEventPoster::canMakeEvents() const {
+    return !events_.isClosed() && (consent_ == nullptr || consent_->hasNobodyToAsk());
+}
+
+void UinputEventPoster::post(const KeyEvent& event) {
+    if (canMakeEvents()) {
+        events_.add(event);
+    }
+}
+
+void UinputEventPoster::post(const SystemDefinedEvent& event) {
+    if (canMakeEvents()) {
+        events_.add(event);
+    }
+}
+
+void UinputEventPoster::post(const MouseEvent& event) {
+    if (canMakeEvents()) {
+        events_.add(pointer_.follow(event));
     }
 }
 

@@ -10,21 +10,24 @@
 
 namespace brenvale {
 
+class InputConsent;
+
 /// Posts by a device of our own in the kernel, from a thread of its own. The device is made for the first
 /// event. A text has the characters of a US keyboard, as the kernel knows keys and no layout: others are left
-/// out. Any thread.
+/// out. On a desktop where the user may be asked it works only once nobody can be. Any thread.
 class UinputEventPoster final : public EventPoster {
 public:
-    explicit UinputEventPoster(std::unique_ptr<KernelInput> kernel);
+    /// `consent` is null where the desktop has none; else it lives for longer.
+    explicit UinputEventPoster(std::unique_ptr<KernelInput> kernel, const InputConsent* consent = nullptr);
     ~UinputEventPoster() override;
     UinputEventPoster(const UinputEventPoster&) = delete;
     UinputEventPoster& operator=(const UinputEventPoster&) = delete;
 
-    [[nodiscard]] bool canMakeEvents() const override { return !events_.isClosed(); }
+    [[nodiscard]] bool canMakeEvents() const override;
     [[nodiscard]] QPointF pointerLocation() const override { return pointer_.location(); }
-    void post(const KeyEvent& event) override { events_.add(event); }
-    void post(const SystemDefinedEvent& event) override { events_.add(event); }
-    void post(const MouseEvent& event) override { events_.add(pointer_.follow(event)); }
+    void post(const KeyEvent& event) override;
+    void post(const SystemDefinedEvent& event) override;
+    void post(const MouseEvent& event) override;
 
 private:
     void run();
@@ -36,6 +39,7 @@ private:
     [[nodiscard]] bool type(char32_t character);
     [[nodiscard]] bool pause();
 
+    const InputConsent* consent_;
     std::unique_ptr<KernelInput> kernel_; ///< of the thread, once that runs
     PostedEvents events_;
     TrackedPointer pointer_;

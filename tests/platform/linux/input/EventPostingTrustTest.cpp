@@ -1,12 +1,9 @@
 #include "platform/linux/input/EventPostingTrust.h"
 
-#include "platform/linux/input/InputConsent.h"
-
+#include "fakes/FakeConsent.h"
 #include "fakes/RecordingEventPoster.h"
 
 #include <gmock/gmock.h>
-
-#include <variant>
 
 using namespace brenvale;
 using testing::ElementsAre;
@@ -16,24 +13,6 @@ namespace {
 
 using enum AccessibilityTrust::State;
 using Occasion = InputConsent::Occasion;
-
-/// A dialog that nobody answers, until the test tells otherwise.
-class FakeConsent final : public InputConsent {
-public:
-    [[nodiscard]] bool canAsk() const override { return hasDialog; }
-    void ask(Occasion occasion) override { asked.push_back(occasion); }
-    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
-        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
-    }
-
-    void tellOfAChange() { change_.set({}); }
-
-    bool hasDialog = true;
-    std::vector<Occasion> asked;
-
-private:
-    Published<std::monostate> change_;
-};
 
 struct PostingTrust : testing::Test {
     PostingTrust() { poster.makesEvents = false; }

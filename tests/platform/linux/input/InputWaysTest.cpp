@@ -1,6 +1,7 @@
 #include "platform/linux/input/InputWays.h"
 
 #include "platform/MainQueue.h"
+#include "platform/linux/input/InputConsent.h"
 #include "platform/linux/input/UinputEventPoster.h"
 
 #include <QCoreApplication>
@@ -41,11 +42,12 @@ struct InputWaysTest : testing::Test {
 
 } // namespace
 
-TEST_F(InputWaysTest, WhereTheUserIsAskedNothingGoesAroundTheConsent) {
+TEST_F(InputWaysTest, WhereTheUserIsAskedTheKernelsDeviceComesAfterThePortal) {
     const auto input = waysOf(Display::Kind::wayland, false);
     EXPECT_NE(input.consent, nullptr);
-    EXPECT_EQ(input.ways.size(), 1U);
-    EXPECT_FALSE(hasKernels(input));
+    ASSERT_EQ(input.ways.size(), 2U);
+    EXPECT_EQ(dynamic_cast<const InputConsent*>(input.ways.front().get()), input.consent);
+    EXPECT_TRUE(hasKernels(input));
 }
 
 TEST_F(InputWaysTest, ADisplayThatTakesEventsIsTheOnlyWay) {

@@ -6,6 +6,8 @@
 #include "TestVariable.h"
 
 #include "platform/DispatchQueue.h"
+#include "platform/linux/input/ConsentMemory.h"
+#include "platform/linux/input/PortalNames.h"
 #include "platform/linux/input/RemoteDesktopPortal.h"
 #include "platform/linux/input/TextLender.h"
 
@@ -15,6 +17,7 @@
 #include <QThread>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -156,6 +159,14 @@ public:
     }
     void allow() override { open(); }
 
+    [[nodiscard]] RemoteDesktopPortal& portal() { return *poster_; }
+
+    /// The portal's program ends, and the bus knows of none any more.
+    void leaveTheBus() {
+        QDBusConnection(connectionName).unregisterService(portalService);
+        waitUntil([this] { return !poster_->canAsk(); });
+    }
+
     /// While the portal stands still.
     void closeSession() {
         portal_.closeSession();
@@ -185,9 +196,14 @@ private:
     std::unique_ptr<RemoteDesktopPortal> poster_;
 };
 
-std::unique_ptr<PortalTrial> makePortalTrial(bool hasClipboard) {
+const TestBus& testBus() {
     needApplication();
     static const TestBus bus;
+    return bus;
+}
+
+std::unique_ptr<PortalTrial> makePortalTrial(bool hasClipboard) {
+    const auto& bus = testBus();
     return bus.address().isEmpty() ? nullptr : std::make_unique<PortalTrial>(bus, hasClipboard);
 }
 
@@ -231,6 +247,62 @@ TEST(RemoteDesktopPortal, WhatWaitsWhenTheSessionEndsIsGone) {
     trial->allow();
     press(rightKey);
     EXPECT_THAT(trial->seenUntil(QStringLiteral("up Right")), testing::ElementsAre("down Right", "up Right"));
+}
+
+/// A bus and a state folder.
+struct WithoutAPortal : testing::Test {
+    void SetUp() override {
+        if (testBus().address().isEmpty()) {
+            GTEST_SKIP() << "this machine has no bus";
+        }
+    }
+
+    QTemporaryDir folder;
+    TestVariable address{"DBUS_SESSION_BUS_ADDRESS", testBus().address()};
+    TestVariable state{"XDG_STATE_HOME", folder.path().toUtf8()};
+    TestMainQueue main;
+};
+
+TEST_F(WithoutAPortal, ItIsSoonCertainThatThereIsNobodyToAsk) {
+    const RemoteDesktopPortal portal(main, nullptr);
+    waitUntil([&] { return portal.hasNobodyToAsk(); });
+    EXPECT_FALSE(portal.canAsk());
+}
+
+TEST_F(WithoutAPortal, WithoutABusTooThereIsNobodyToAsk) {
+    const TestVariable noBus{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"};
+    const RemoteDesktopPortal portal(main, nullptr);
+    waitUntil([&] { return portal.hasNobodyToAsk(); });
+}
+
+TEST_F(WithoutAPortal, ARefusalStands) {
+    ConsentMemory::keepRefusal(true);
+    std::atomic<int> calls = 0;
+    Subscription subscription;
+    {
+        RemoteDesktopPortal portal(main, nullptr);
+        main.async([&] { subscription = portal.observe([&calls] { ++calls; }); });
+        waitUntil([&] { return calls == 2; }); // the first comes at once, the next when there is none
+        EXPECT_FALSE(portal.hasNobodyToAsk());
+    }
+    main.async([&] {
+        subscription.reset();
+        ++calls;
+    });
+    waitUntil([&] { return calls == 3; });
+}
+
+TEST(RemoteDesktopPortal, WhereThereIsOneOrWasOneNobodyGoesAroundIt) {
+    auto trial = makePortalTrial(true);
+    if (!trial) {
+        GTEST_SKIP() << "this machine has no bus";
+    }
+    EXPECT_FALSE(trial->portal().hasNobodyToAsk());
+    trial->leaveTheBus();
+    trial->portal().ask(InputConsent::Occasion::usersWish); // looks for it again, and the bus knows of none
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(200)); // nothing tells of an answer that changes nothing
+    EXPECT_FALSE(trial->portal().hasNobodyToAsk());
 }
 
 } // namespace brenvale

@@ -1,5 +1,7 @@
 #include "platform/linux/input/UinputEventPoster.h"
 
+#include "fakes/FakeConsent.h"
+
 #include <gmock/gmock.h>
 
 #include <condition_variable>
@@ -154,6 +156,22 @@ TEST_F(Uinput, AFileThatCannotBeOpenedMakesNoEvents) {
     const UinputEventPoster poster(std::move(kernel));
     EXPECT_FALSE(poster.canMakeEvents());
     EXPECT_THAT(record.lines(), ElementsAre("open"));
+}
+
+TEST_F(Uinput, WorksWhereTheUserMightBeAskedOnlyOnceNobodyCanBe) {
+    FakeConsent consent;
+    UinputEventPoster poster(std::move(kernel), &consent);
+    for (const bool hasDialog : {true, false}) {
+        consent.hasDialog = hasDialog;
+        EXPECT_FALSE(poster.canMakeEvents());
+        poster.post(MouseEvent{.type = MouseEvent::Type::leftDown});
+        poster.post(KeyEvent{.keyCode = 123, .isDown = true});
+        poster.post(SystemDefinedEvent{.subtype = 8, .data1 = 0xa00});
+    }
+    consent.isNone = true;
+    EXPECT_TRUE(poster.canMakeEvents());
+    poster.post(KeyEvent{.keyCode = 124, .isDown = true});
+    EXPECT_THAT(record.eventsUntil(key(KEY_RIGHT, 1)), ElementsAre(key(KEY_RIGHT, 1))) << "the rest is gone";
 }
 
 TEST_F(Uinput, ThereIsNoDeviceUntilSomebodyPosts) {
