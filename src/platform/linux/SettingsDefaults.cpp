@@ -110,6 +110,7 @@ void SettingsDefaults::setInteger(QStringView key, qint64 value) {
             unwritten_.insert(key.toString(), value);
         }
     }
+    seenText_.reset();
     change_.set({});
 }
 
@@ -117,9 +118,14 @@ Subscription SettingsDefaults::observe(std::function<void()> observer) {
     if (!watcher_) {
         QDir().mkpath(settingsFolder()); // what is missing cannot be watched
         watcher_ = std::make_unique<QFileSystemWatcher>();
+        // On a full disk the toolkit tries again, in vain, at each reading, and that changes the folder: who
+        // was told of that would read for ever.
         const auto changed = [this] {
             watch();
-            change_.set({});
+            if (auto text = textOfFile().value_or(QByteArray()); text != seenText_) {
+                seenText_ = std::move(text);
+                change_.set({});
+            }
         };
         QObject::connect(watcher_.get(), &QFileSystemWatcher::directoryChanged, watcher_.get(), changed);
         QObject::connect(watcher_.get(), &QFileSystemWatcher::fileChanged, watcher_.get(), changed);

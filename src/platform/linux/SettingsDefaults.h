@@ -2,11 +2,13 @@
 
 #include "platform/UserDefaults.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QString>
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <variant>
 
 class QFileSystemWatcher;
@@ -36,6 +38,7 @@ private:
     QHash<QString, qint64> unwritten_; ///< under `mutex_`; what no file would take
     Published<std::monostate> change_;
     std::unique_ptr<QFileSystemWatcher> watcher_; ///< once somebody observes
+    std::optional<QByteArray> seenText_;          ///< of the file, when it was last told of
 };
 
 } // namespace brenvale
