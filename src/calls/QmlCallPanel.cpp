@@ -1,6 +1,7 @@
 #include "calls/QmlCallPanel.h"
 
 #include "theme/QmlSetup.h"
+#include "theme/ScreenPlaces.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -8,8 +9,6 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
-
-#include <algorithm>
 
 namespace brenvale {
 
@@ -39,8 +38,7 @@ QmlCallPanel::QmlCallPanel(const QString& view, QObject& banner, const Floating&
     view_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Brenvale/calls/%1.qml").arg(view)));
     view_->installEventFilter(this);
     moveToItsPlace();
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &QmlCallPanel::moveIntoSight,
-            Qt::QueuedConnection);
+    followScreens();
 }
 
 QmlCallPanel::~QmlCallPanel() = default;
@@ -54,12 +52,26 @@ void QmlCallPanel::moveToItsPlace() {
     view_->setGeometry(frame);
 }
 
-/// The screen that the user dragged it to may be unplugged.
-void QmlCallPanel::moveIntoSight() {
-    const auto centre = view_->geometry().center();
-    const auto screens = QGuiApplication::screens();
-    if (std::ranges::none_of(screens,
-                             [&centre](auto* screen) { return screen->geometry().contains(centre); })) {
+/// Screens come, go and change their sizes while the panel is on show.
+void QmlCallPanel::followScreens() {
+    const auto follow = [this](QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, &QmlCallPanel::screensChanged,
+                Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &QmlCallPanel::screensChanged,
+            Qt::QueuedConnection);
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &QmlCallPanel::screensChanged,
+            Qt::QueuedConnection);
+}
+
+/// Where the user dragged it to it stays, unless that place is gone.
+void QmlCallPanel::screensChanged() {
+    if (!wasDragged_ || !isOnAScreen(view_->geometry().center())) {
+        wasDragged_ = false;
         moveToItsPlace();
     }
 }
@@ -103,6 +115,7 @@ bool QmlCallPanel::eventFilter(QObject* watched, QEvent* event) {
 void QmlCallPanel::drag(const QMouseEvent& event) {
     const auto* root = view_->rootObject();
     if (drag_ && root != nullptr && root->property("isHeld").toBool()) {
+        wasDragged_ = true;
         view_->setPosition(drag_->window + (event.globalPosition() - drag_->pointer).toPoint());
     }
 }

@@ -53,11 +53,13 @@ private:
     };
 
     void moveToItsPlace();
-    void moveIntoSight();
+    void followScreens();
+    void screensChanged();
     void drag(const QMouseEvent& event);
 
     std::unique_ptr<QQuickView> view_;
     std::optional<Drag> drag_; ///< while a button is held
+    bool wasDragged_ = false;  ///< from its place
 };
 
 } // namespace brenvale

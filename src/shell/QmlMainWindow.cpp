@@ -1,6 +1,7 @@
 #include "shell/QmlMainWindow.h"
 
 #include "theme/QmlSetup.h"
+#include "theme/ScreenPlaces.h"
 
 #include <QCloseEvent>
 #include <QQuickView>
@@ -37,6 +38,11 @@ void QmlMainWindow::makeKeyAndOrderFront() {
     }
     if (view_->windowStates().testFlag(Qt::WindowMinimized)) {
         view_->setWindowStates(view_->windowStates() & ~Qt::WindowMinimized);
+    }
+    // The screen that it was on may be gone, and its title bar with it.
+    const auto frame = view_->geometry();
+    if (!isOnAScreen({frame.center().x(), frame.top()})) {
+        view_->setGeometry(centredOn(*view_->screen()));
     }
     view_->show();
     if (activate) {
