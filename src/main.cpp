@@ -12,6 +12,7 @@
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
+#include "platform/linux/SessionRestart.h"
 #include "platform/linux/WindowActivation.h"
 #include "platform/linux/panels/DBusActionNotification.h"
 #include "platform/linux/panels/FloatingWindow.h"
@@ -107,13 +108,14 @@ int main(int argc, char* argv[]) {
     const auto environment = QProcessEnvironment::systemEnvironment();
     leaveOutSilentBuses();
     const auto display = chooseDisplay();
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     restoreEnvironment(display);
     QApplication::setApplicationName(QStringLiteral("brenvale"));
     QApplication::setApplicationVersion(QStringLiteral(BRENVALE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.brenvale.Brenvale"));
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
     QApplication::setQuitLockEnabled(false); // what a plugin of the desktop has finished ends nothing here
+    comeBackInBackground(application);
     const auto wish = startWish(application);
     DBusApplication instance;
     if (!instance.claim()) {

@@ -62,6 +62,10 @@ public:
     /// it waits. `completion` gets an empty text when the bytes have been handed to the system.
     virtual void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) = 0;
 
+    /// Finds out whether the peer is there still. One that gives no sign of life within some ten seconds is
+    /// reported as `failed`.
+    virtual void checkPeer() = 0;
+
     std::function<void(const StateReport&)> stateUpdateHandler;
 };
 

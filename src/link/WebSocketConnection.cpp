@@ -1,6 +1,7 @@
 #include "link/WebSocketConnection.h"
 
 #include "link/Handshake.h"
+#include "link/PeerWatch.h"
 
 #include <boost/asio/ip/host_name.hpp>
 #include <boost/asio/post.hpp>
@@ -13,8 +14,6 @@
 #include <boost/beast/websocket/rfc6455.hpp>
 
 #include <algorithm>
-
-#include <netinet/tcp.h>
 
 namespace brenvale {
 
@@ -30,6 +29,7 @@ namespace {
 constexpr auto handshakeLimit = 30s;
 constexpr std::size_t maxRequestSize = 8192;
 constexpr auto restLimit = 1s;
+constexpr auto peerPatience = 10s;
 constexpr std::size_t maxRestSize = 128 << 10;
 /// Up to here a copy costs less than a new buffer: all messages but logs, files and long texts.
 constexpr std::size_t smallMessageSize = 900;
@@ -37,22 +37,6 @@ constexpr std::size_t maxMessageSize = std::size_t{128} << 20;
 constexpr auto forbidden = "HTTP/1.1 403 Forbidden\r\nConnection: close\r\nContent-Length: 0\r\n\r\n";
 constexpr auto tooLong = "HTTP/1.1 431 Request Header Fields Too Large\r\n"
                          "Connection: close\r\nContent-Length: 0\r\n\r\n";
-
-using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
-using KeepAliveInterval = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPINTVL>;
-using KeepAliveCount = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPCNT>;
-using UserTimeout = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_USER_TIMEOUT>;
-
-/// A dead peer is noticed after about two minutes, with data on the way as without: the probes alone do not
-/// run while data waits for an acknowledgement, and the time limit alone does not run while none does.
-void watchForDeadPeer(asio::ip::tcp::socket& socket) {
-    error_code ignored;
-    socket.set_option(asio::socket_base::keep_alive(true), ignored);
-    socket.set_option(KeepAliveIdle(60), ignored);
-    socket.set_option(KeepAliveInterval(15), ignored);
-    socket.set_option(KeepAliveCount(4), ignored);
-    socket.set_option(UserTimeout(120 * 1000), ignored);
-}
 
 /// The peer's address; one of IPv4 that came over the IPv6 socket is shown as plain IPv4.
 Endpoint endpointOf(const asio::ip::tcp::socket& socket) {
@@ -99,7 +83,8 @@ bool isForeign(const http::request<http::empty_body>& request) {
 WebSocketConnection::WebSocketConnection(asio::ip::tcp::socket&& accepted)
     : stream_(std::move(accepted)),
       endpoint_(endpointOf(socket())),
-      handshakeDeadline_(stream_.get_executor()) {
+      handshakeDeadline_(stream_.get_executor()),
+      peerDeadline_(stream_.get_executor()) {
     error_code ignored;
     socket().set_option(asio::ip::tcp::no_delay(true), ignored);
     watchForDeadPeer(socket());
@@ -279,6 +264,24 @@ void WebSocketConnection::completeFront(const QByteArray& error) {
     }
 }
 
+void WebSocketConnection::checkPeer() {
+    if (isEnded_) {
+        return;
+    }
+    askPeerOften(socket());
+    peerDeadline_.expires_after(peerPatience);
+    peerDeadline_.async_wait([self = shared_from_this()](const error_code& error) {
+        if (error || self->isEnded_) {
+            return;
+        }
+        if (hasHeardFromPeer(self->socket(), peerPatience)) {
+            watchForDeadPeer(self->socket());
+        } else {
+            self->end(State::failed, describe(asio::error::timed_out));
+        }
+    });
+}
+
 void WebSocketConnection::refuse(const QByteArray& reason) {
     end(State::failed, reason);
 }
@@ -293,6 +296,7 @@ void WebSocketConnection::end(State state, const QByteArray& error) {
     }
     isEnded_ = true;
     handshakeDeadline_.cancel();
+    peerDeadline_.cancel();
     error_code ignored;
     socket().close(ignored);
     asio::post(stream_.get_executor(), [self = shared_from_this(), state, error] {

@@ -13,7 +13,8 @@ namespace brenvale {
 
 /// A connection over TCP and WebSocket (RFC 6455, version 13, no extensions). A queue of its own feeds the
 /// socket, so a phone that does not read delays nobody else. A silent peer is given up within about two
-/// minutes by TCP's own means, a handshake that does not come after 30 seconds.
+/// minutes by TCP's own means, within ten seconds when it is looked for; a handshake that does not come after
+/// 30 seconds.
 class WebSocketConnection final : public Connection,
                                   public std::enable_shared_from_this<WebSocketConnection> {
 public:
@@ -25,6 +26,7 @@ public:
     void cancel() override;
     void receiveMessage(ReceiveHandler handler) override;
     void send(std::shared_ptr<const OutgoingText> text, SendCompletion completion) override;
+    void checkPeer() override;
 
 private:
     using Stream = boost::beast::websocket::stream<LinkSocket, false>;
@@ -50,8 +52,9 @@ private:
     Stream stream_;
     Endpoint endpoint_;
     boost::asio::steady_timer handshakeDeadline_;
-    std::string request_; ///< the handshake's bytes
-    std::string answer_;  ///< what it is answered
+    boost::asio::steady_timer peerDeadline_; ///< of `checkPeer`
+    std::string request_;                    ///< the handshake's bytes
+    std::string answer_;                     ///< what it is answered
     MessageBuffer incoming_;
     std::deque<Outgoing> outgoing_; ///< the head is being written while `isWriting_`
     QByteArray writing_;            ///< the head's bytes while `isWriting_`

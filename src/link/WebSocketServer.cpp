@@ -127,6 +127,14 @@ void WebSocketServer::stop() {
     });
 }
 
+void WebSocketServer::checkConnections() {
+    onQueue([](WebSocketServer& self) {
+        for (const auto& connection : self.link_.connections) {
+            connection->checkPeer();
+        }
+    });
+}
+
 void WebSocketServer::listenerChanged(const Listener::StateReport& report) {
     switch (report.state) {
     case Listener::State::ready:

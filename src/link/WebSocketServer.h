@@ -75,6 +75,9 @@ public:
     /// Drops the listener and all connections. On main.
     void stop();
 
+    /// Gives up every phone that shows no sign of life within some ten seconds. Any thread.
+    void checkConnections();
+
     /// Queues one text message (UTF-8) to every connection; without one it vanishes. Any thread, never
     /// blocks.
     void send(QByteArray text);

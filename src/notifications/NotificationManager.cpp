@@ -32,7 +32,7 @@ NotificationManager::NotificationManager(UserNotificationCenter& center, const C
 
 void NotificationManager::post(const NotifPayload& payload) {
     const auto bodyKey = RecentBodies::bodyKey(payload.body);
-    const double now = clock_.now();
+    const double now = clock_.uptime();
     if (const auto repeated = recentBodies_.repeatedIdentifier(bodyKey, now)) {
         if (looksLikePhoneNumber(payload.title)) {
             return;

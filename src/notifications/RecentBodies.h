@@ -8,7 +8,7 @@
 namespace brenvale {
 
 /// What was posted lately, by body text: the memory behind the de-duplication of forwarded notifications.
-/// Times are seconds since 1970. One thread.
+/// Times are seconds of a clock that is never set back. One thread.
 class RecentBodies {
 public:
     static constexpr double dedupWindow = 3.0; ///< seconds up to which a body counts as a repeat

@@ -3,6 +3,7 @@
 namespace brenvale {
 
 class AccessibilityTrust;
+class AddressWatch;
 class Alerts;
 class Clock;
 class ComputerName;
@@ -16,6 +17,7 @@ class Pasteboard;
 class ScriptRunner;
 class StatusItem;
 class SystemSettings;
+class SystemSleep;
 class UserDefaults;
 class UserNotificationCenter;
 
@@ -23,6 +25,7 @@ class UserNotificationCenter;
 /// its members alive for as long as the logic runs.
 struct Platform {
     AccessibilityTrust& accessibilityTrust;
+    AddressWatch& addressWatch;
     Alerts& alerts;
     Clock& clock;
     ComputerName& computerName;
@@ -36,6 +39,7 @@ struct Platform {
     ScriptRunner& scriptRunner;
     StatusItem& statusItem;
     SystemSettings& systemSettings;
+    SystemSleep& systemSleep;
     UserDefaults& userDefaults;
     UserNotificationCenter& userNotificationCenter;
 };

@@ -2,8 +2,10 @@
 
 #include "link/WebSocketServer.h"
 #include "platform/AccessibilityTrust.h"
+#include "platform/AddressWatch.h"
 #include "platform/Platform.h"
 #include "platform/StatusItem.h"
+#include "platform/SystemSleep.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
 #include "shell/MainWindow.h"
@@ -41,6 +43,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     callWindows_->setupActiveCallObservation();
     callWindows_->setupCallEndObservation();
     setActivationPolicy(ActivationPolicy::accessory);
+    platform_.systemSleep.didWake = [&server = server_] {
+        server.checkConnections();
+    };
 }
 
 bool AppDelegate::applicationShouldHandleReopen() {
@@ -68,6 +73,8 @@ void AppDelegate::showSettings(int tab) {
     if (!settingsWindow_) {
         buildSettingsWindow();
     }
+    addressChanges_ =
+        platform_.addressWatch.observe([&view = *settingsView_] { emit view.localIPChanged(); });
     settingsWindow_->makeKeyAndOrderFront();
 }
 
@@ -80,6 +87,7 @@ void AppDelegate::buildSettingsWindow() {
 }
 
 void AppDelegate::windowWillClose() {
+    addressChanges_.reset();
     setActivationPolicy(ActivationPolicy::accessory);
 }
 

@@ -2,6 +2,7 @@
 
 #include "calls/CallWindows.h"
 #include "platform/UserNotificationCenter.h"
+#include "records/Published.h"
 
 #include <QUrl>
 
@@ -104,6 +105,7 @@ private:
     std::shared_ptr<CallWindows> callWindows_;   ///< shared only so that its steps can hold it weakly
     std::unique_ptr<SettingsView> settingsView_; ///< made with the window
     std::unique_ptr<MainWindow> settingsWindow_; ///< made when it is first shown, then kept
+    Subscription addressChanges_;                ///< while the window is on show
     ActivationPolicy activationPolicy_ = ActivationPolicy::regular;
 };
 

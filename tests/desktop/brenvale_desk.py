@@ -47,7 +47,7 @@ class Program:
 
     runs = itertools.count(1)
 
-    def __init__(self, desk, port=None, setting=None, env=None, config_files=None, arguments=('--background',), **options):
+    def __init__(self, desk, port=None, setting=None, env=None, config_files=None, arguments=('--background',), wrapper=(), **options):
         self.desk = desk
         self.port = port or free_port()
         run = next(self.runs)
@@ -61,7 +61,7 @@ class Program:
         env = (desk.env if env is None else env) | {'XDG_CONFIG_HOME': str(config)}
         with open(self.output, 'wb') as output, open(self.errors, 'wb') as errors:
             streams = {'stdout': output, 'stderr': errors} | options
-            self.process = desk.spawn([PROGRAM, *arguments], 'brenvale', env=env, **streams)
+            self.process = desk.spawn([*wrapper, PROGRAM, *arguments], 'brenvale', env=env, **streams)
 
     def wait_listening(self):
         wait_until(lambda: listening(self.port) or self.process.poll() is not None, 'the program to listen')

@@ -3,6 +3,7 @@
 #include "fakes/FakeScriptRunner.h"
 #include "fakes/RecordingEventPoster.h"
 #include "platform/AccessibilityTrust.h"
+#include "platform/AddressWatch.h"
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/ComputerName.h"
@@ -15,6 +16,7 @@
 #include "platform/Platform.h"
 #include "platform/StatusItem.h"
 #include "platform/SystemSettings.h"
+#include "platform/SystemSleep.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
 
@@ -71,6 +73,28 @@ private:
     Published<std::monostate> change_;
 };
 
+/// A network that changes when the test says so.
+class FakeAddressWatch final : public AddressWatch {
+public:
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
+        auto shared = std::make_shared<const std::function<void()>>(std::move(observer));
+        observer_ = shared;
+        return shared;
+    }
+
+    /// False where nobody observes it.
+    bool change() const {
+        const auto observer = observer_.lock();
+        if (observer) {
+            (*observer)();
+        }
+        return observer != nullptr;
+    }
+
+private:
+    std::weak_ptr<const std::function<void()>> observer_;
+};
+
 /// Keeps the alert on show until the test answers it.
 class FakeAlerts final : public Alerts {
 public:
@@ -90,8 +114,10 @@ private:
 class FakeClock final : public Clock {
 public:
     [[nodiscard]] double now() const override { return time; }
+    [[nodiscard]] double uptime() const override { return time + setBack; }
 
     double time = 1'700'000'000;
+    double setBack = 0; ///< by how much the wall clock has been set back
 };
 
 class FakeComputerName final : public ComputerName {
@@ -182,6 +208,9 @@ public:
     std::vector<MenuItem> rows;
     std::function<void()> menuSet; ///< looks at what the world was like then
 };
+
+/// Wakes up when the test calls `didWake`.
+class FakeSystemSleep final : public SystemSleep {};
 
 class FakeSystemSettings final : public SystemSettings {
 public:
@@ -359,6 +388,7 @@ private:
 /// The in-memory desktop.
 struct FakePlatform {
     FakeAccessibilityTrust accessibilityTrust;
+    FakeAddressWatch addressWatch;
     FakeAlerts alerts;
     FakeClock clock;
     FakeComputerName computerName;
@@ -372,9 +402,11 @@ struct FakePlatform {
     FakeScriptRunner scriptRunner;
     FakeStatusItem statusItem;
     FakeSystemSettings systemSettings;
+    FakeSystemSleep systemSleep;
     FakeUserDefaults userDefaults;
     FakeNotificationCenter userNotificationCenter;
     Platform platform{.accessibilityTrust = accessibilityTrust,
+                      .addressWatch = addressWatch,
                       .alerts = alerts,
                       .clock = clock,
                       .computerName = computerName,
@@ -388,6 +420,7 @@ struct FakePlatform {
                       .scriptRunner = scriptRunner,
                       .statusItem = statusItem,
                       .systemSettings = systemSettings,
+                      .systemSleep = systemSleep,
                       .userDefaults = userDefaults,
                       .userNotificationCenter = userNotificationCenter};
 };

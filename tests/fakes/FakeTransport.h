@@ -20,6 +20,7 @@ public:
         isCancelled = true;
         report({State::cancelled, {}});
     }
+    void checkPeer() override { ++peerChecks; }
     void receiveMessage(ReceiveHandler handler) override {
         ++receives;
         handler_ = std::move(handler);
@@ -53,6 +54,7 @@ public:
     std::vector<QByteArray> sent;
     QByteArray sendError;
     int receives = 0;
+    int peerChecks = 0;
     bool isCancelled = false;
 
 private:

@@ -156,3 +156,14 @@ TEST(Ownership, HandlersDoNothingOnceTheServerIsGone) {
     EXPECT_EQ(test.fake.log.lines(), lines);
     EXPECT_TRUE(test.statuses.isEmpty());
 }
+
+TEST(Checking, EveryConnectionIsAskedForASignOfLife) {
+    TestServer test;
+    const auto first = test.connectPhone();
+    const auto second = test.connectPhone();
+    test.server->checkConnections();
+    EXPECT_EQ(first->peerChecks, 0) << "only a step is scheduled";
+    test.run();
+    EXPECT_EQ(first->peerChecks, 1);
+    EXPECT_EQ(second->peerChecks, 1);
+}

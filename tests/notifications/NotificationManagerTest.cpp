@@ -117,6 +117,14 @@ TEST_F(Repeats, ThreeSecondsApartBothAreShown) {
     EXPECT_EQ(fake.userNotificationCenter.shown.size(), 2U);
 }
 
+TEST_F(Repeats, AClockThatIsSetBackMakesNoRepeat) {
+    post(chat, ann, hi, QStringLiteral("k1"));
+    fake.clock.time -= 3600;
+    fake.clock.setBack += 3600 + 3;
+    post(QStringLiteral("SMS"), number, hi, QStringLiteral("k2"));
+    EXPECT_EQ(fake.userNotificationCenter.shown.size(), 2U);
+}
+
 TEST_F(Repeats, AnExactRepeatIsRemovedAndAddedAgainUnderItsIdentifier) {
     post(chat, ann, hi, QStringLiteral("k"));
     post(chat, ann, hi, QStringLiteral("k"));

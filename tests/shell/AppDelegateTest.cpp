@@ -147,3 +147,25 @@ TEST(AppDelegate, AStartInTheBackgroundOpensNothingWhereNoTrayComes) {
     test.delegate.applicationDidFinishLaunching();
     EXPECT_FALSE(test.fake.statusItem.trayMissing);
 }
+
+TEST(AppDelegate, AComputerThatWakesUpLooksForItsPhones) {
+    TestDelegate test;
+    test.delegate.applicationDidFinishLaunching();
+    const auto phone = test.connectPhone();
+    test.fake.systemSleep.didWake();
+    test.run();
+    EXPECT_EQ(phone->peerChecks, 1);
+}
+
+TEST(AppDelegate, TheAddressIsFollowedWhileTheWindowIsOnShow) {
+    TestDelegate test;
+    test.delegate.applicationDidFinishLaunching();
+    EXPECT_FALSE(test.fake.addressWatch.change());
+    test.delegate.showSettings(0);
+    int told = 0;
+    QObject::connect(test.settingsView, &SettingsView::localIPChanged, [&told] { ++told; });
+    EXPECT_TRUE(test.fake.addressWatch.change());
+    EXPECT_EQ(told, 1);
+    test.window->close();
+    EXPECT_FALSE(test.fake.addressWatch.change());
+}

@@ -8,7 +8,9 @@
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/DesktopSettings.h"
 #include "platform/linux/HostnamedComputerName.h"
+#include "platform/linux/LogindSleep.h"
 #include "platform/linux/QtAlerts.h"
+#include "platform/linux/RouteMessages.h"
 #include "platform/linux/SettingsDefaults.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/SystemClock.h"
@@ -47,6 +49,7 @@ private:
     InputWays input_;
     LinuxEventPoster eventPoster_;
     EventPostingTrust accessibilityTrust_;
+    RouteAddressWatch addressWatch_;
     QtAlerts alerts_;
     SystemClock clock_;
     HostnamedComputerName computerName_;
@@ -59,6 +62,7 @@ private:
     LinuxScriptRunner scriptRunner_;
     TrayItem statusItem_;
     DesktopSettings systemSettings_{childPrograms_};
+    LogindSleep systemSleep_;
     UrlOpener urlOpener_{childPrograms_};
     SettingsDefaults userDefaults_;
     DBusNotificationCenter userNotificationCenter_;
