@@ -20,6 +20,7 @@ set(gzip \"${BRENVALE_GZIP}\")" ALL_COMPONENTS)
 install(TARGETS brenvale brenvale-phone RUNTIME)
 install(FILES data/org.brenvale.Brenvale.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES data/icons/org.brenvale.Brenvale.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES data/icons/org.brenvale.Brenvale-symbolic.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps)
 brenvale_install_configured(data/org.brenvale.Brenvale.service.in ${CMAKE_INSTALL_DATADIR}/dbus-1/services)
 brenvale_install_configured(data/org.brenvale.Brenvale.metainfo.xml.in ${CMAKE_INSTALL_DATADIR}/metainfo)
 brenvale_install_configured(data/brenvale.service.in lib/systemd/user) # "lib" on all kinds of machine

@@ -48,7 +48,8 @@ class FoldersTest(InstalledTest):
     FILES = {
         'bin/brenvale', 'bin/brenvale-phone', 'lib/systemd/user/brenvale.service',
         f'share/applications/{ID}.desktop', f'share/dbus-1/services/{ID}.service', f'share/metainfo/{ID}.metainfo.xml',
-        f'share/icons/hicolor/scalable/apps/{ID}.svg', 'share/man/man1/brenvale.1.gz', 'share/man/man1/brenvale-phone.1.gz',
+        f'share/icons/hicolor/scalable/apps/{ID}.svg', f'share/icons/hicolor/symbolic/apps/{ID}-symbolic.svg',
+        'share/man/man1/brenvale.1.gz', 'share/man/man1/brenvale-phone.1.gz',
         'share/doc/brenvale/copyright', 'share/doc/brenvale/linux.md', 'share/doc/brenvale/protocol.md',
         'share/doc/brenvale/security.md'}
 

@@ -1,6 +1,8 @@
 """The tray item and its menu, read and clicked over the bus as a desktop's panel does it."""
 import configparser
 import json
+import pathlib
+import shutil
 import socket
 import subprocess
 import time
@@ -106,6 +108,21 @@ class ItemTest(TrayTest):
         item = json.loads(self.tray('Item'))
         self.assertTrue({16, 22, 32} <= set(item['sizes']), item)
         self.assertEqual(item['Status'], 'Active')
+
+    def test_an_installed_symbolic_icon_is_named_for_the_panel_to_tint(self):
+        name = 'org.brenvale.Brenvale-symbolic'
+        folder = pathlib.Path(self.desk.env['XDG_DATA_HOME']) / 'icons/hicolor/symbolic/apps'
+        folder.mkdir(parents=True)
+        shutil.copy(HERE.parent.parent / f'data/icons/{name}.svg', folder)
+        self.start_shown()
+        item = json.loads(self.tray('Item'))
+        self.assertEqual(item['IconName'], name)
+        self.assertTrue({16, 22, 32} <= set(item['sizes']), item)
+
+    def test_without_an_installed_icon_there_are_pictures_alone(self):
+        self.start_shown()
+        if not pathlib.Path('/usr/share/icons/hicolor/symbolic/apps/org.brenvale.Brenvale-symbolic.svg').exists():
+            self.assertEqual(json.loads(self.tray('Item'))['IconName'], '')
 
     def test_a_tray_that_comes_after_the_program(self):
         program = self.start()

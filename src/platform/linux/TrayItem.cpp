@@ -1,7 +1,7 @@
 #include "platform/linux/TrayItem.h"
 
-#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/StatusIcon.h"
+#include "platform/linux/TrayColor.h"
 #include "platform/linux/TrayWait.h"
 
 #include <QApplication>
@@ -66,15 +66,12 @@ void TrayItem::putUp() {
 }
 
 void TrayItem::drawIcon() {
-    // GNOME's bar is dark whatever the applications are.
-    const bool isBarDark = currentDesktop().contains(QStringLiteral("GNOME"));
-    icon_->setIcon(
-        statusIcon(isBarDark ? QColor(Qt::white) : QApplication::palette().color(QPalette::WindowText)));
+    icon_->setIcon(statusIcon(trayColor()));
 }
 
 bool TrayItem::eventFilter(QObject* watched, QEvent* event) {
     if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange) {
-        drawIcon();
+        drawIcon(); // with the applications the panel may have changed its colours
     }
     return false;
 }
