@@ -80,6 +80,84 @@ class BusTest(DeskTest):
         program.wait_at_rest()
 
 
+class ScreenTest(DeskTest):
+    """The screen of 1280 by 800 becomes one of 640 by 480, and the other way round."""
+
+    PANEL, WINDOW = '^Brenvale Call$', '^Brenvale Settings'
+
+    def setUp(self):
+        super().setUp()
+        Recorder(self.desk)
+        self.program = self.start()
+        self.phone = self.connect(self.program)
+        self.desk.run('xrandr', '--newmode', 'small', '0', '640', '640', '640', '640', '480', '480', '480', '480')
+        self.desk.run('xrandr', '--addmode', 'screen', 'small')
+
+    def change_screen(self, mode):
+        self.desk.run('xrandr', '--output', 'screen', '--mode', mode)
+
+    def turn_screen_off(self):
+        self.desk.run('xrandr', '--fb', '640x480', '--output', 'screen', '--off')
+
+    def find(self, name):
+        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', name, check=False).strip()
+
+    def place(self, name):
+        window = wait_until(lambda: self.find(name), name)
+        answer = self.desk.run('xdotool', 'getwindowgeometry', '--shell', window, check=False)
+        values = dict(line.split('=') for line in answer.splitlines())
+        return (int(values['X']), int(values['Y'])) if values else None
+
+    def open_window(self):
+        self.desk.run('gapplication', 'action', 'org.brenvale.Brenvale', 'info')
+
+    def test_a_panel_goes_to_its_place_again(self):
+        self.phone.send_json(action='incoming_call', state='RINGING', number='17')
+        wait_until(lambda: self.place(self.PANEL) == (910, 20), 'the panel')
+        self.change_screen('small')
+        wait_until(lambda: self.place(self.PANEL) == (270, 20), 'the panel on the small screen')
+        self.turn_screen_off()
+        self.phone.ping()
+        self.change_screen('1280x800')
+        wait_until(lambda: self.place(self.PANEL) == (910, 20), 'the panel on the large screen again')
+
+    def test_a_window_out_of_sight_comes_back_when_it_is_asked_for(self):
+        self.open_window()
+        window = wait_until(lambda: self.find(self.WINDOW), 'the window')
+        self.desk.run('xdotool', 'windowmove', '--sync', window, '420', '220')
+        self.program.wait_at_rest()
+        self.change_screen('small')
+        self.program.wait_at_rest()
+        self.open_window()
+        wait_until(lambda: self.place(self.WINDOW) and self.place(self.WINDOW)[0] < 100, 'the window in sight')
+        self.phone.ping()
+
+    def test_a_window_that_was_closed_on_a_screen_that_is_gone_opens_in_sight(self):
+        self.open_window()
+        window = wait_until(lambda: self.find(self.WINDOW), 'the window')
+        self.desk.run('xdotool', 'windowmove', '--sync', window, '420', '220')
+        self.desk.run('xdotool', 'windowactivate', '--sync', window)
+        # The window manager may not listen yet to the keys of a window that it has just activated.
+        def closed():
+            self.desk.run('xdotool', 'key', 'alt+F4')
+            return not self.find(self.WINDOW)
+        wait_until(closed, 'the window to close')
+        self.change_screen('small')
+        self.program.wait_at_rest()
+        self.open_window()
+        wait_until(lambda: self.place(self.WINDOW) and self.place(self.WINDOW)[0] < 100, 'the window in sight')
+
+    def test_without_any_screen_the_link_goes_on(self):
+        self.open_window()
+        wait_until(lambda: self.find(self.WINDOW), 'the window')
+        self.turn_screen_off()
+        self.phone.send_json(action='incoming_call', state='RINGING', number='17')
+        self.phone.ping()
+        self.connect(self.program).ping()
+        self.change_screen('1280x800')
+        wait_until(lambda: self.place(self.PANEL) == (910, 20), 'the panel')
+
+
 class FullDiskTest(DeskTest):
     def test_settings_that_cannot_be_written_hold_until_the_end_and_are_written_again_later(self):
         if os.geteuid() != 0:
