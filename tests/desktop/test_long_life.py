@@ -2,15 +2,17 @@
 import contextlib
 import ctypes
 import itertools
+import json
 import os
 import re
 import socket
 import struct
+import subprocess
 
 import dbus
 import dbus.lowlevel
 
-from brenvale_desk import DeskTest, Program, Recorder, main, wait_until
+from brenvale_desk import HERE, PROGRAM, DeskTest, Program, Recorder, main, wait_until
 from test_files import small_disk
 
 LOGIND, LOGIND_PATH = 'org.freedesktop.login1', '/org/freedesktop/login1'
@@ -78,6 +80,48 @@ class BusTest(DeskTest):
         phone.ping()
         self.connect(program).ping()
         program.wait_at_rest()
+
+
+class LogoutTest(DeskTest):
+    """The session manager of X11 asks each program at a logout, and waits for its answer."""
+
+    def setUp(self):
+        super().setUp()
+        Recorder(self.desk)
+        self.output = self.desk.root / 'session.jsonl'
+        with open(self.output, 'wb') as output:
+            self.manager = self.desk.spawn(['/usr/bin/python3', str(HERE / 'session_manager.py')], 'session',
+                                           stdin=subprocess.PIPE, stdout=output)
+        self.addCleanup(self.manager.stdin.close)
+        address = wait_until(lambda: self.output.read_text().partition('\n')[0], 'the session manager')
+        self.program = self.start(env=self.desk.env | {'SESSION_MANAGER': address})
+        self.phone = self.connect(self.program)
+
+    def events(self, name):
+        whole_lines = self.output.read_text().split('\n')[1:-1]
+        return [event for event in map(json.loads, whole_lines) if event['event'] == name]
+
+    def log_out(self):
+        self.manager.stdin.write(b'\n')
+        self.manager.stdin.flush()
+
+    def test_it_is_answered_without_a_question_also_with_the_window_open_and_a_call_ringing(self):
+        wait_until(lambda: self.events('saved'), 'the answer at the start')
+        self.desk.run('gapplication', 'action', 'org.brenvale.Brenvale', 'info')
+        self.phone.send_json(action='incoming_call', state='RINGING', number='17')
+        self.phone.ping()
+        self.log_out()
+        wait_until(lambda: len(self.events('saved')) == 2, 'the answer at the logout')
+        self.assertEqual(self.events('interact_request'), [])
+        wait_until(lambda: self.program.process.poll() is not None, 'the end of the program')
+        self.assertEqual(self.program.process.returncode, 0)
+
+    def test_a_session_that_is_restored_starts_the_program_without_a_window(self):
+        wait_until(lambda: self.events('saved'), 'the answer at the start')
+        properties = {event['name']: event['values'] for event in self.events('property')}
+        command = properties['RestartCommand']
+        self.assertEqual([command[0], command[-1]], [PROGRAM, '--background'])
+        self.assertEqual(command.count('--background'), 1)
 
 
 class ScreenTest(DeskTest):
