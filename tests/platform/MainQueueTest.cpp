@@ -1,6 +1,7 @@
 #include "platform/MainQueue.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
+
 #include <QElapsedTimer>
 #include <QEventLoop>
 
@@ -13,11 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-struct Main : testing::Test {
-    int argumentCount = 1;
-    char name[5] = "test";
-    char* arguments[1] = {name};
-    QCoreApplication application{argumentCount, arguments};
+struct Main : testing::Test, EventLoop {
     MainQueue queue;
 };
 

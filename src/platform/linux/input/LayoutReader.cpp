@@ -16,7 +16,7 @@ void ignore(Arguments... /*arguments*/) {}
 
 } // namespace
 
-LayoutReader::LayoutReader() {
+LayoutReader::LayoutReader(std::chrono::milliseconds settlingTime) : settlingTime_(settlingTime) {
     auto connection = WaylandConnection::open();
     if (connection) {
         wayland_ = std::make_unique<WaylandNotifier>(std::move(connection));
@@ -33,6 +33,10 @@ LayoutReader::~LayoutReader() {
     if (seat_ != nullptr) {
         wl_seat_destroy(seat_);
     }
+}
+
+std::set<quint32> LayoutReader::keysyms() const {
+    return settled_.hasExpired() ? keysyms_ : std::set<quint32>();
 }
 
 void LayoutReader::follow() {
@@ -71,6 +75,9 @@ void LayoutReader::keymap(void* data, wl_keyboard* /*keyboard*/, std::uint32_t f
 
 void LayoutReader::read(std::uint32_t format, int file, std::uint32_t size) {
     keysyms_.clear();
+    if (std::exchange(hasKeymap_, true)) {
+        settled_.setRemainingTime(settlingTime_);
+    }
     if (format != WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1 || size == 0 || size > largestKeymap) {
         return;
     }

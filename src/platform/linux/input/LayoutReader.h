@@ -2,6 +2,9 @@
 
 #include "platform/linux/wayland/WaylandNotifier.h"
 
+#include <QDeadlineTimer>
+
+#include <chrono>
 #include <memory>
 #include <set>
 
@@ -14,13 +17,17 @@ namespace brenvale {
 /// thread, with an event loop; never blocks.
 class LayoutReader {
 public:
-    LayoutReader();
+    /// How long after a change of the layouts nothing counts as known.
+    static constexpr std::chrono::milliseconds usualSettlingTime = std::chrono::seconds(5);
+
+    explicit LayoutReader(std::chrono::milliseconds settlingTime = usualSettlingTime);
     ~LayoutReader();
     LayoutReader(const LayoutReader&) = delete;
     LayoutReader& operator=(const LayoutReader&) = delete;
 
-    /// What can be typed whichever layout is active. Empty while no keyboard is known.
-    [[nodiscard]] const std::set<quint32>& keysyms() const { return keysyms_; }
+    /// What can be typed whichever layout is active. Empty while no keyboard is known, and for a while after
+    /// the user has changed the layouts: other parts of the desktop learn of that later than we do.
+    [[nodiscard]] std::set<quint32> keysyms() const;
 
 private:
     void follow();
@@ -32,6 +39,9 @@ private:
     wl_seat* seat_ = nullptr;                  ///< owned, as the next
     wl_keyboard* keyboard_ = nullptr;
     std::set<quint32> keysyms_;
+    bool hasKeymap_ = false;
+    QDeadlineTimer settled_{0};
+    const std::chrono::milliseconds settlingTime_;
 };
 
 } // namespace brenvale

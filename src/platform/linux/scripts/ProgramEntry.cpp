@@ -2,6 +2,7 @@
 
 #include "platform/linux/KeyFile.h"
 
+#include <string_view>
 #include <utility>
 
 namespace brenvale {
@@ -14,34 +15,23 @@ struct Word {
     bool isQuoted = false;
 };
 
-/// The characters that stand for others in every text of a desktop entry.
+/// The characters that stand for others in every text of a desktop entry, and what for.
+constexpr std::u16string_view escapes = u"sntr\\";
+constexpr std::u16string_view escaped = u" \n\t\r\\";
+
 QString unescaped(const QByteArray& value) {
     const auto text = QString::fromUtf8(value);
     QString plain;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != u'\\' || i + 1 == text.size()) {
-            plain.append(text[i]);
-            continue;
+        if (text[i] == u'\\' && i + 1 < text.size()) {
+            const auto escape = escapes.find(text[i + 1].unicode());
+            if (escape != escapes.npos) {
+                plain.append(QChar(escaped[escape]));
+                ++i;
+                continue;
+            }
         }
-        switch (text[++i].unicode()) {
-        case u's':
-            plain.append(u' ');
-            break;
-        case u'n':
-            plain.append(u'\n');
-            break;
-        case u't':
-            plain.append(u'\t');
-            break;
-        case u'r':
-            plain.append(u'\r');
-            break;
-        case u'\\':
-            plain.append(u'\\');
-            break;
-        default:
-            plain.append(u'\\').append(text[i]);
-        }
+        plain.append(text[i]);
     }
     return plain;
 }

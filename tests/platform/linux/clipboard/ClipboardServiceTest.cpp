@@ -1,11 +1,10 @@
 #include "platform/linux/clipboard/ClipboardService.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 using namespace brenvale;
@@ -13,18 +12,7 @@ using namespace brenvale;
 namespace {
 
 /// A session without any display: every request goes to the thread and comes back refused.
-struct ClipboardServiceTest : testing::Test {
-    template <typename Condition>
-    static void turnUntil(Condition condition) {
-        while (!condition()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-    }
-
-    int count = 0;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    QCoreApplication application{count, arguments.data()};
+struct ClipboardServiceTest : testing::Test, EventLoop {
     MainQueue main;
     ClipboardService service{main, ClipboardService::Session::none};
 };

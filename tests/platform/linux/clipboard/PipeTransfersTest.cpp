@@ -1,6 +1,6 @@
 #include "platform/linux/clipboard/PipeTransfers.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
 
 #include <gmock/gmock.h>
 
@@ -14,20 +14,9 @@ using namespace brenvale;
 
 namespace {
 
-struct PipeTransfers : testing::Test {
+struct PipeTransfers : testing::Test, EventLoop {
     PipeTransfers() { EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0); }
 
-    template <typename Condition>
-    static void turnUntil(Condition condition) {
-        while (!condition()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-    }
-
-    int count = 0;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    QCoreApplication application{count, arguments.data()};
     std::array<int, 2> ends{};
 };
 

@@ -4,19 +4,18 @@
 #include "platform/linux/input/InputConsent.h"
 #include "platform/linux/input/UinputEventPoster.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 
 using namespace brenvale;
 
 namespace {
 
 /// No display and no bus answers here: which ways there are is the session's matter alone.
-struct InputWaysTest : testing::Test {
+struct InputWaysTest : testing::Test, EventLoop {
     InputWaysTest() {
         qputenv("DISPLAY", ":4711");
         qputenv("WAYLAND_DISPLAY", "/nowhere");
@@ -33,10 +32,6 @@ struct InputWaysTest : testing::Test {
         });
     }
 
-    int count = 0;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    QCoreApplication application{count, arguments.data()};
     MainQueue main;
 };
 

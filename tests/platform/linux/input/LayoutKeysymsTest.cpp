@@ -1,30 +1,16 @@
 #include "platform/linux/input/LayoutKeysyms.h"
 
+#include "TestKeymap.h"
+
 #include "platform/linux/input/KeyTable.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <string_view>
-
-#include <xkbcommon/xkbcommon.h>
 
 using namespace brenvale;
 
 namespace {
-
-/// The keymap of these layouts, as a compositor sends it.
-QByteArray keymapOf(const char* layouts) {
-    auto* context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
-    const xkb_rule_names names{.rules = "evdev", .model = "pc105", .layout = layouts};
-    auto* keymap = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
-    auto* text = xkb_keymap_get_as_string(keymap, XKB_KEYMAP_FORMAT_TEXT_V1);
-    QByteArray copy(text);
-    std::free(text); // NOLINT: the library's own memory
-    xkb_keymap_unref(keymap);
-    xkb_context_unref(context);
-    return copy;
-}
 
 bool holds(const std::set<quint32>& keysyms, std::u32string_view characters) {
     return std::ranges::all_of(

@@ -3,12 +3,11 @@
 #include "platform/linux/input/PortalSession.h"
 #include "platform/linux/input/TextLender.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
+
 #include <QDBusServer>
 
 #include <gtest/gtest.h>
-
-#include <array>
 
 using namespace brenvale;
 
@@ -28,18 +27,11 @@ public:
 };
 
 /// A player whose portal answers each event with an error, over a bus that knows nobody.
-struct PortalPlayerTest : testing::Test {
+struct PortalPlayerTest : testing::Test, EventLoop {
     PortalPlayerTest() { qputenv("WAYLAND_DISPLAY", "/nowhere"); }
     ~PortalPlayerTest() override { QDBusConnection::disconnectFromPeer(QStringLiteral("portal")); }
     PortalPlayerTest(const PortalPlayerTest&) = delete;
     PortalPlayerTest& operator=(const PortalPlayerTest&) = delete;
-
-    template <typename Condition>
-    static void turnUntil(Condition condition) {
-        while (!condition()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-    }
 
     void type(const QString& text) {
         events.add(KeyEvent{.isDown = true, .text = text});
@@ -47,10 +39,6 @@ struct PortalPlayerTest : testing::Test {
         turnUntil([this] { return lender.isLent; });
     }
 
-    int count = 0;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    QCoreApplication application{count, arguments.data()};
     QDBusServer server;
     QDBusConnection bus = QDBusConnection::connectToPeer(server.address(), QStringLiteral("portal"));
     PortalSession session{bus};

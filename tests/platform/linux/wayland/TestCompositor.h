@@ -51,6 +51,8 @@ public:
         }
     }
 
+    [[nodiscard]] wl_display* display() const { return display_.get(); }
+
     int bindings = 0;
     std::uint32_t boundVersion = 0;
 

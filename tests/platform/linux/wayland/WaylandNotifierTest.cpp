@@ -2,20 +2,13 @@
 
 #include "TestCompositor.h"
 
-#include <QCoreApplication>
+#include "fakes/EventLoop.h"
 
 #include <gmock/gmock.h>
 
 using namespace brenvale;
 
 namespace {
-
-struct Loop {
-    int count = 0;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    QCoreApplication application{count, arguments.data()};
-};
 
 /// Turns both loops until the condition holds.
 template <typename Condition>
@@ -29,7 +22,7 @@ void turn(TestCompositor& compositor, Condition condition) {
 } // namespace
 
 TEST(WaylandNotifier, TellsWhenTheServicesAreKnownAndWhenTheConnectionEnds) {
-    const Loop loop;
+    const EventLoop loop;
     TestCompositor compositor;
     compositor.offer(wl_seat_interface, 1);
     WaylandNotifier notifier(WaylandConnection::open());
@@ -50,7 +43,7 @@ TEST(WaylandNotifier, TellsWhenTheServicesAreKnownAndWhenTheConnectionEnds) {
 }
 
 TEST(WaylandNotifier, WhatIsRequestedLaterIsSentByFlush) {
-    const Loop loop;
+    const EventLoop loop;
     TestCompositor compositor;
     WaylandNotifier notifier(WaylandConnection::open());
     bool isReady = false;
