@@ -104,6 +104,7 @@ private:
     [[nodiscard]] double linkCpuSeconds();
 
     FakeAccessibilityTrust accessibilityTrust_;
+    FakeAddressWatch addressWatch_;
     FakeAlerts alerts_;
     SystemClock clock_;
     HostnamedComputerName computerName_;
@@ -117,9 +118,11 @@ private:
     FakeScriptRunner scriptRunner_;
     FakeStatusItem statusItem_;
     FakeSystemSettings systemSettings_;
+    FakeSystemSleep systemSleep_;
     Settings settings_;
     CountingCenter center_;
     Platform platform_{.accessibilityTrust = accessibilityTrust_,
+                       .addressWatch = addressWatch_,
                        .alerts = alerts_,
                        .clock = clock_,
                        .computerName = computerName_,
@@ -133,6 +136,7 @@ private:
                        .scriptRunner = scriptRunner_,
                        .statusItem = statusItem_,
                        .systemSettings = systemSettings_,
+                       .systemSleep = systemSleep_,
                        .userDefaults = settings_,
                        .userNotificationCenter = center_};
     std::atomic<bool> isListening_ = false;

@@ -20,6 +20,7 @@ namespace {
 
 struct FixedClock final : Clock {
     [[nodiscard]] double now() const override { return 1'700'000'000; }
+    [[nodiscard]] double uptime() const override { return 1'700'000'000; }
 };
 
 std::string notificationText() {
