@@ -1,6 +1,10 @@
 #include "ShownWindow.h"
 
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QQuickItem>
+#include <QScreen>
 
 #include <gmock/gmock.h>
 
@@ -97,6 +101,50 @@ TEST_F(MainWindowTest, ComesBackAsItWas) {
     EXPECT_EQ(window.view()->size(), QSize(900, 600));
     EXPECT_TRUE(shows("Type reply..."));
     EXPECT_EQ(view.replyText(), QStringLiteral("On my way"));
+}
+
+TEST_F(MainWindowTest, ComesBackInSightWhereItsScreenIsGone) {
+    show(SettingsView::InfoTab);
+    window.view()->setPosition(20'000, 15'000);
+    close();
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(window.view()->screen()->geometry().contains(window.view()->geometry().center()));
+    window.view()->setPosition(20'000, 15'000);
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(window.view()->screen()->geometry().contains(window.view()->geometry().center()));
+}
+
+TEST_F(MainWindowTest, FollowsTheDesktopsColoursWhileItIsOnShow) {
+    const auto before = QGuiApplication::palette();
+    show(SettingsView::InfoTab);
+    const auto background = [this] {
+        return window.view()->rootObject()->property("color").value<QColor>();
+    };
+    for (const auto& color : {QColor(20, 20, 20), QColor(250, 250, 250)}) {
+        auto palette = before;
+        palette.setColor(QPalette::Window, color);
+        QGuiApplication::setPalette(palette);
+        settle();
+        EXPECT_EQ(background(), color);
+    }
+    QGuiApplication::setPalette(before);
+}
+
+TEST_F(MainWindowTest, FollowsTheDesktopsFontWhileItIsOnShow) {
+    const auto before = QGuiApplication::font();
+    show(SettingsView::InfoTab);
+    const auto textHeight = [this] {
+        return find(QStringLiteral("Version 1.0 (Build 1)"))->rect().height();
+    };
+    const auto usual = textHeight();
+    auto large = before;
+    large.setPixelSize(2 * QFontInfo(before).pixelSize());
+    QGuiApplication::setFont(large);
+    settle();
+    EXPECT_GT(textHeight(), usual * 3 / 2);
+    QGuiApplication::setFont(before);
+    settle();
+    EXPECT_EQ(textHeight(), usual);
 }
 
 TEST_F(MainWindowTest, ShowsTheTabThatTheSettingsName) {

@@ -16,12 +16,6 @@ using namespace brenvale;
 
 namespace {
 
-std::array<int, 2> socketPair() {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(::socketpair(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()), 0);
-    return ends;
-}
-
 /// The test is the kernel at the other end of the socket.
 struct RouteMessagesTest : testing::Test {
     RouteMessagesTest() = default;
@@ -46,6 +40,12 @@ struct RouteMessagesTest : testing::Test {
     [[nodiscard]] bool hasUnread() const {
         char byte = 0;
         return ::recv(ends[0], &byte, sizeof byte, MSG_PEEK | MSG_DONTWAIT) > 0;
+    }
+
+    static std::array<int, 2> socketPair() {
+        std::array<int, 2> pair{};
+        EXPECT_EQ(::socketpair(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, pair.data()), 0);
+        return pair;
     }
 
     int argumentCount = 1;
