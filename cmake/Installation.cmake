@@ -27,3 +27,11 @@ brenvale_install_configured(data/brenvale.service.in lib/systemd/user) # "lib" o
 brenvale_install_configured(data/man/brenvale.1.in ${CMAKE_INSTALL_MANDIR}/man1)
 brenvale_install_configured(data/man/brenvale-phone.1.in ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES docs/linux.md docs/protocol.md docs/security.md data/debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# "Send to Android" in file managers, each by what it reads. Those that read none of these load a library
+# (src/platform/linux/filemanagers).
+install(FILES data/filemanagers/org.brenvale.Brenvale.nemo_action DESTINATION ${CMAKE_INSTALL_DATADIR}/nemo/actions)
+install(FILES data/filemanagers/thunar.desktop
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/Thunar/sendto RENAME org.brenvale.Brenvale.desktop)
+install(FILES data/filemanagers/dolphin.desktop
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/kio/servicemenus RENAME org.brenvale.Brenvale.desktop)

@@ -10,6 +10,7 @@
 #include "platform/linux/DBusApplication.h"
 #include "platform/linux/DisplayProbe.h"
 #include "platform/linux/EndSignals.h"
+#include "platform/linux/FileArguments.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/ProcessSetup.h"
 #include "platform/linux/SessionRestart.h"
@@ -108,6 +109,7 @@ int main(int argc, char* argv[]) {
     const auto environment = QProcessEnvironment::systemEnvironment();
     leaveOutSilentBuses();
     const auto display = chooseDisplay();
+    const auto addresses = addressOddArguments({argv, static_cast<std::size_t>(argc)});
     QApplication application(argc, argv);
     restoreEnvironment(display);
     QApplication::setApplicationName(QStringLiteral("brenvale"));

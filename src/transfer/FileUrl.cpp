@@ -11,6 +11,10 @@ std::optional<QUrl> localFileUrl(const QUrl& url) {
     return local;
 }
 
+QByteArray localPath(const QUrl& url) {
+    return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+}
+
 QString lastPathComponent(const QUrl& url) {
     auto path = url.path(QUrl::FullyDecoded);
     while (path.size() > 1 && path.endsWith(u'/')) {

@@ -1,6 +1,5 @@
 #include "transfer/LocalFile.h"
 
-#include <QByteArray>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -41,12 +40,11 @@ QString faultOf(const struct stat& status) {
 }
 
 /// The descriptor of the regular file of that path, or why there is none.
-std::expected<int, QString> openRegular(const QString& path, int flags) {
-    if (path.contains(QChar::Null)) {
+std::expected<int, QString> openRegular(const QByteArray& name, int flags) {
+    if (name.contains('\0')) {
         return std::unexpected(
             QStringLiteral("Invalid file name")); // the system would read only what is before it
     }
-    const auto name = QFile::encodeName(path);
     struct stat status{};
     // Looked at first, for opening alone is felt at the other end of a pipe and by some devices; and again
     // when it is open, for it may have been replaced in between.
@@ -68,11 +66,11 @@ std::expected<int, QString> openRegular(const QString& path, int flags) {
 }
 
 std::expected<std::unique_ptr<QFile>, QString>
-wrap(const QString& path, std::expected<int, QString> descriptor, QIODevice::OpenMode mode) {
+wrap(const QByteArray& name, std::expected<int, QString> descriptor, QIODevice::OpenMode mode) {
     if (!descriptor) {
         return std::unexpected(descriptor.error());
     }
-    auto file = std::make_unique<QFile>(path);
+    auto file = std::make_unique<QFile>(QFile::decodeName(name));
     if (!file->open(*descriptor, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
         ::close(*descriptor);
         return std::unexpected(file->errorString());
@@ -87,12 +85,17 @@ bool isNoFile(const QString& path) {
     return info.exists() && !info.isFile();
 }
 
+std::expected<std::unique_ptr<QFile>, QString> openFile(const QByteArray& name) {
+    return wrap(name, openRegular(name, O_RDONLY), QIODevice::ReadOnly);
+}
+
 std::expected<std::unique_ptr<QFile>, QString> openFile(const QString& path) {
-    return wrap(path, openRegular(path, O_RDONLY), QIODevice::ReadOnly);
+    return openFile(QFile::encodeName(path));
 }
 
 std::expected<std::unique_ptr<QFile>, QString> createFile(const QString& path) {
-    auto file = wrap(path, openRegular(path, O_WRONLY | O_CREAT), QIODevice::WriteOnly);
+    const auto name = QFile::encodeName(path);
+    auto file = wrap(name, openRegular(name, O_WRONLY | O_CREAT), QIODevice::WriteOnly);
     if (file && !(*file)->resize(0)) { // only now that it is known to be a file
         return std::unexpected((*file)->errorString());
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QFile>
 #include <QString>
 
@@ -16,8 +17,9 @@ namespace brenvale {
 /// Whether something else than a file stands there: to be asked before a library opens a path by itself.
 [[nodiscard]] bool isNoFile(const QString& path);
 
-/// The file of that path, open for reading.
+/// The file of that path, open for reading; by the bytes of its name where that need not be a text.
 [[nodiscard]] std::expected<std::unique_ptr<QFile>, QString> openFile(const QString& path);
+[[nodiscard]] std::expected<std::unique_ptr<QFile>, QString> openFile(const QByteArray& name);
 
 /// The file of that path, made where it is missing, emptied and open for writing.
 [[nodiscard]] std::expected<std::unique_ptr<QFile>, QString> createFile(const QString& path);

@@ -34,7 +34,7 @@ void WebSocketServer::sendFile(const QUrl& url) {
 }
 
 std::expected<void, QString> WebSocketServer::queueFile(const QUrl& url) {
-    const auto file = openFile(url.toLocalFile());
+    const auto file = openFile(localPath(url));
     if (!file) {
         return std::unexpected(file.error());
     }

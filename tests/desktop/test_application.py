@@ -58,6 +58,20 @@ class SingleInstanceTest(ApplicationTest):
         self.program.wait_at_rest()
         self.assertEqual(self.window(), '')
 
+    def test_a_file_whose_name_is_no_text_is_sent_however_it_is_named(self):
+        phone = self.connect(self.program)
+        os.chdir(self.desk.root)
+        name = b'bytes \xff%20\xfe.txt'
+        pathlib.Path(os.fsdecode(name)).write_bytes(b'1')
+        path = os.fsencode(self.desk.root) + b'/' + name
+        for argument in (path, name, b'file://' + urllib.parse.quote_from_bytes(path).encode()):
+            self.assertEqual(self.start_again(argument), (0, b''))
+            message = {}
+            while message.get('action') != 'file_chunk':  # the window that opens asks for something too
+                message = phone.read_json()
+            self.assertEqual(message, {'action': 'file_chunk', 'fileName': 'bytes \ufffd%20\ufffd.txt', 'fileData': 'MQ==',
+                                       'isLast': True})
+
     def test_the_name_is_free_again_when_the_first_has_ended(self):
         self.program.stop()
         self.start()
@@ -84,7 +98,7 @@ class InterfaceTest(ApplicationTest):
         self.call('Activate', signature='a{sv}')
         window = self.wait_for_window()
         self.desk.run('xdotool', 'windowminimize', '--sync', window)
-        self.assertEqual(self.window(), '')
+        wait_until(lambda: not self.window(), 'the window to go')
         self.call('Activate', signature='a{sv}')
         self.assertEqual(self.wait_for_window(), window)
 

@@ -30,6 +30,19 @@ TEST(LocalFileUrl, WhatIsNoFileIsNot) {
     EXPECT_FALSE(localFileUrl(QUrl()));
 }
 
+TEST(LocalPath, IsThePathByteForByte) {
+    const auto of = [](const char* url) {
+        return localPath(QUrl(QString::fromUtf8(url)));
+    };
+    EXPECT_EQ(of("file:///tmp/a%20b.txt"), "/tmp/a b.txt");
+    EXPECT_EQ(of("file:///tmp/100%2525%23%3F.txt"), "/tmp/100%25#?.txt");
+    EXPECT_EQ(of("file:///tmp/line%0Aend"), "/tmp/line\nend");
+    EXPECT_EQ(of("file:///tmp/%C3%BC.txt"), "/tmp/\xC3\xBC.txt");
+    EXPECT_EQ(of("file:///tmp/%FF%fe.txt"), "/tmp/\xFF\xFE.txt");
+    EXPECT_EQ(of("file:///tmp/%25FF.txt"), "/tmp/%FF.txt");
+    EXPECT_EQ(localPath(QUrl::fromLocalFile(QStringLiteral("/tmp/%41;é"))), "/tmp/%41;\xC3\xA9");
+}
+
 TEST(LastPathComponent, IsTheNameOfAFileOrFolder) {
     const auto of = [](const char* url) {
         return lastPathComponent(QUrl(QString::fromUtf8(url)));
