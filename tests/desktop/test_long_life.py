@@ -3,7 +3,6 @@ import contextlib
 import ctypes
 import itertools
 import json
-import os
 import re
 import socket
 import struct
@@ -204,8 +203,8 @@ class ScreenTest(DeskTest):
 
 class FullDiskTest(DeskTest):
     def test_settings_that_cannot_be_written_hold_until_the_end_and_are_written_again_later(self):
-        if os.geteuid() != 0:
-            self.skipTest('a disk of its own needs root')
+        if subprocess.run(['unshare', '--mount', 'true'], check=False).returncode != 0:
+            self.skipTest('no disk can be mounted here')
         Program.runs = itertools.count(1000)
         config = self.desk.root / 'config.1000'
         config.mkdir()
