@@ -36,9 +36,7 @@ Item {
         model: log.view.phoneCallLog
         reuseItems: true
         activeFocusOnTab: count > 0
-        footer: Item {
-            height: Theme.spacing
-        }
+        bottomMargin: Theme.spacing
 
         onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
         Keys.onReturnPressed: callCurrent()

@@ -48,13 +48,13 @@ T.AbstractButton {
 
             RowText {
                 width: parent.width
-                text: row.shownName
+                text: Theme.oneLine(row.shownName)
                 font: Theme.sized(13, Font.Medium)
                 color: Theme.primary
             }
             RowText {
                 width: parent.width
-                text: row.number
+                text: Theme.oneLine(row.number)
                 font: Theme.sized(11)
             }
         }

@@ -7,6 +7,9 @@ Item {
 
     required property SettingsView view
 
+    Keyboard.home: pad.display
+    Keyboard.isEager: true
+
     DialPad {
         id: pad
 
@@ -30,7 +33,7 @@ Item {
         view: tab.view
     }
 
-    // A key that nothing else in the window wants is the pad's, but a call is placed from the pad alone.
+    // What is typed in the log is the pad's too, but a call is placed from the pad alone.
     Keys.onPressed: event => {
         if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter) {
             event.accepted = tab.view.dialpadKeyPressed(event.key, event.text);

@@ -1,9 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Brenvale
 
-// The conversations, newest first. The arrow keys walk through them, Return opens one.
+// The conversations, newest first, below the number to write to where one is typed. The arrow keys walk through them,
+// Return opens one.
 ScrollList {
     id: list
 
@@ -14,17 +16,42 @@ ScrollList {
     model: view.filteredConversations
     reuseItems: true
     activeFocusOnTab: count > 0
-    header: Item {
-        height: 4
-    }
-    footer: Item {
-        height: 4
-    }
+    topMargin: 4 + (newNumber.visible ? newNumber.height : 0)
+    bottomMargin: 4
 
-    onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
+    onTopMarginChanged: contentY = originY - topMargin
+    onActiveFocusChanged: if (list.Window.activeFocusItem === list && currentIndex < 0) currentIndex = 0
+    Keys.onUpPressed: event => {
+        event.accepted = newNumber.visible && currentIndex <= 0;
+        if (event.accepted) {
+            newNumber.forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
     Keys.onReturnPressed: openCurrent()
     Keys.onEnterPressed: openCurrent()
     Keys.onSpacePressed: openCurrent()
+
+    NewNumberRow {
+        id: newNumber
+
+        parent: list.contentItem
+        x: 8
+        y: list.originY - height
+        width: list.width - 16
+        visible: list.view.showsNewNumberRow
+        number: list.view.contactQuery
+        onClicked: {
+            list.view.openNewNumber();
+            list.opened();
+        }
+        Keys.onDownPressed: {
+            if (list.count > 0) {
+                list.currentIndex = 0;
+                newNumber.focus = false;
+                list.forceActiveFocus(Qt.TabFocusReason);
+            }
+        }
+    }
 
     function openCurrent() {
         if (currentItem) {
@@ -40,7 +67,7 @@ ScrollList {
     delegate: ConversationRow {
         width: ListView.view.width
         isActive: list.view.hasActiveRecipient && list.view.activeRecipient === displayAddress
-        isCurrent: list.activeFocus && ListView.isCurrentItem
+        isCurrent: list.Window.activeFocusItem === list && ListView.isCurrentItem
         onClicked: list.open(displayAddress)
         ListView.onPooled: visible = false // a row in reserve is not to be read out
         ListView.onReused: visible = true

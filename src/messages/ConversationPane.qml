@@ -6,6 +6,7 @@ Item {
     id: pane
 
     required property SettingsView view
+    readonly property alias searchField: search.field
     signal opened
 
     Label {
@@ -58,8 +59,11 @@ Item {
             bottom: parent.bottom
         }
 
+        // As high as that of the thread beside it.
         EmptyState {
-            anchors.fill: parent
+            y: -area.y
+            width: pane.width
+            height: pane.height
             visible: pane.view.showsNoMessages
             symbol: "dialog-messages"
             symbolSize: 32
@@ -67,24 +71,8 @@ Item {
             title: "No Messages"
             spacing: 8
         }
-        NewNumberRow {
-            id: newNumber
-
-            x: 8
-            y: 4
-            width: parent.width - 16
-            visible: pane.view.showsNewNumberRow
-            number: pane.view.contactQuery
-            onClicked: {
-                pane.view.openNewNumber();
-                pane.opened();
-            }
-        }
         ConversationList {
-            anchors {
-                fill: parent
-                topMargin: newNumber.visible ? newNumber.y + newNumber.height : 0
-            }
+            anchors.fill: parent
             visible: !pane.view.showsNoMessages
             view: pane.view
             onOpened: pane.opened()

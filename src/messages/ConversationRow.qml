@@ -49,13 +49,13 @@ T.AbstractButton {
 
             Item {
                 width: parent.width
-                implicitHeight: name.implicitHeight
+                implicitHeight: name.height
 
                 RowText {
                     id: name
 
                     width: parent.width - date.width - Theme.spacing
-                    text: row.shownName
+                    text: Theme.oneLine(row.shownName)
                     font: Theme.headline
                     color: Theme.primary
                 }
@@ -64,7 +64,7 @@ T.AbstractButton {
 
                     anchors {
                         right: parent.right
-                        baseline: name.baseline
+                        verticalCenter: parent.verticalCenter
                     }
                     text: row.relativeDate
                     font: Theme.sized(10)
@@ -72,7 +72,7 @@ T.AbstractButton {
             }
             RowText {
                 width: parent.width
-                text: row.lastBody
+                text: Theme.oneLine(row.lastBody)
                 font: Theme.sized(11)
             }
         }

@@ -7,10 +7,13 @@ Rectangle {
 
     required property SettingsView view
 
+    readonly property alias field: field
+
+    Keyboard.home: field
     implicitHeight: field.implicitHeight + 12 - 8
     radius: 8
     color: Theme.controlBackground
-    border.width: Theme.isHighContrast ? 1 : 0
+    border.width: Theme.isHighContrast && !field.activeFocus ? 1 : 0
     border.color: Theme.primary
 
     Symbol {
@@ -35,6 +38,7 @@ Rectangle {
         placeholderText: "To: Search or type number…"
         text: search.view.contactQuery
         onTextEdited: search.view.contactQuery = text
+        Keys.onEscapePressed: search.view.contactQuery = ""
     }
     IconButton {
         id: clearButton
@@ -48,13 +52,11 @@ Rectangle {
         size: 24
         symbol: "edit-clear"
         helpText: "Clear search"
-        onClicked: {
-            search.view.contactQuery = "";
-            field.forceActiveFocus();
-        }
+        onClicked: search.view.contactQuery = ""
     }
     FocusRing {
-        radius: parent.radius + Theme.focusRingWidth + 1
+        anchors.margins: -Theme.focusRingWidth
+        radius: parent.radius + Theme.focusRingWidth
         isShown: field.activeFocus
     }
 }

@@ -27,7 +27,7 @@ T.AbstractButton {
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: key.text
-                font: Theme.sized(28)
+                font: Theme.fitted(28, 32)
                 color: Theme.primary
                 textFormat: Text.PlainText
                 renderType: Text.NativeRendering
@@ -37,7 +37,7 @@ T.AbstractButton {
                 anchors.horizontalCenter: parent.horizontalCenter
                 visible: text !== ""
                 text: key.letters
-                font: Theme.sized(8, Font.Bold)
+                font: Theme.fitted(8, 9, Font.Bold)
                 color: Theme.secondary
                 textFormat: Text.PlainText
                 renderType: Text.NativeRendering

@@ -1,11 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Window
 import Brenvale
 
-// A number, the keys to dial it with, and what to do with it. Takes the keyboard as well.
-FocusScope {
+// A number, the keys to dial it with, and what to do with it. Takes the keyboard as well; the arrow keys walk through
+// its buttons.
+Item {
     id: pad
 
     required property SettingsView view
@@ -16,33 +16,71 @@ FocusScope {
     readonly property real roomForGaps: height - 60 - keys.rows * 70 - 72 - Theme.spacing
     readonly property real squeeze: Math.max(0, Math.min(1, roomForGaps / gaps))
 
-    Component.onCompleted: takeKeyboard()
-    Keys.onPressed: event => event.accepted = pad.view.dialpadKeyPressed(event.key, event.text)
+    readonly property alias display: display
 
-    // Whoever walks through the sidebar by keyboard stays there; the keys come from there as well.
-    function takeKeyboard() {
-        for (let owner = Window.activeFocusItem; owner; owner = owner.parent) {
-            if (owner.activeFocusOnTab) {
-                return;
-            }
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Dial pad"
+    Keys.onPressed: event => event.accepted = pad.walk(event.key)
+                                             || pad.view.dialpadKeyPressed(event.key, event.text)
+
+    // The display stands above the keys, the buttons below their columns.
+    function walk(key) {
+        const columns = keys.columns;
+        const places = [];
+        for (let place = 0; place < keyButtons.count; ++place) {
+            places.push(keyButtons.itemAt(place));
         }
-        forceActiveFocus();
+        places.push(null, callButton, deleteButton);
+        const steps = {[Qt.Key_Left]: -1, [Qt.Key_Right]: 1, [Qt.Key_Up]: -columns, [Qt.Key_Down]: columns};
+        const step = steps[key];
+        const start = places.findIndex(button => button && button.activeFocus);
+        if (step === undefined || (start < 0 && !(display.activeFocus && step > 0))) {
+            return false;
+        }
+        const next = start < 0 ? 0 : start + step;
+        const isInRow = Math.abs(step) === columns || Math.floor(next / columns) === Math.floor(start / columns);
+        // Below the outer columns there may be nothing to press: the call button is the nearest.
+        const button = places[next] && places[next].enabled ? places[next]
+                     : next >= keyButtons.count && step === columns ? callButton : null;
+        const target = start >= 0 && next < 0 && step === -columns ? display : isInRow ? button : null;
+        if (target && target.enabled) {
+            target.forceActiveFocus(Qt.TabFocusReason);
+        }
+        return true;
     }
 
-    Label {
+    Item {
         id: display
+
+        readonly property string text: pad.view.dialpadNumber
+        property string toldText: text
 
         y: 20 * pad.squeeze
         width: parent.width
         height: 60
-        leftPadding: Theme.padding
-        rightPadding: Theme.padding
-        text: pad.isEmpty ? " " : pad.view.dialpadNumber
-        font: Theme.sized(38, Font.Light)
-        elide: Text.ElideLeft
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        Accessible.ignored: pad.isEmpty
+        activeFocusOnTab: true
+
+        Accessible.role: Accessible.EditableText
+        Accessible.name: "Number"
+        onTextChanged: {
+            Desktop.tellText(display, toldText, text);
+            toldText = text;
+        }
+
+        Text {
+            anchors.fill: parent
+            leftPadding: Theme.padding
+            rightPadding: Theme.padding
+            text: pad.isEmpty ? " " : display.text
+            font: Theme.fitted(38, 44, Font.Light)
+            color: Theme.primary
+            elide: Text.ElideLeft
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            textFormat: Text.PlainText
+            renderType: Text.NativeRendering
+            Accessible.ignored: true
+        }
     }
     Grid {
         id: keys
@@ -55,6 +93,8 @@ FocusScope {
         rowSpacing: 15 * pad.squeeze
 
         Repeater {
+            id: keyButtons
+
             model: pad.view.dialButtons
 
             delegate: DialKey {
@@ -67,7 +107,7 @@ FocusScope {
         }
     }
     Row {
-        anchors.horizontalCenter: parent.horizontalCenter
+        x: Math.round(keys.x + keys.width / 2 - (55 + spacing + 72 / 2)) // the call button is below the 0
         y: keys.y + keys.height + (20 + 10) * pad.squeeze
         spacing: 25
 
@@ -88,6 +128,8 @@ FocusScope {
             }
         }
         CallButton {
+            id: callButton
+
             enabled: !pad.isEmpty
             onClicked: pad.view.startCall()
         }
@@ -97,6 +139,8 @@ FocusScope {
             height: 50
 
             IconButton {
+                id: deleteButton
+
                 anchors.fill: parent
                 enabled: !pad.isEmpty
                 opacity: enabled ? 1 : 0

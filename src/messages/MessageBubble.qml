@@ -11,7 +11,8 @@ Item {
     required property string timeText
     required property bool isSent
     property bool isCurrent: false
-    property bool showsAll: false
+    required property int index
+    signal allWanted
     readonly property color bubbleColor: isSent ? Theme.strengthened(Theme.blue, Theme.white) : Theme.controlBackground
     readonly property color textColor: isSent ? Theme.white : Theme.primary
     readonly property real mostTextWidth: Math.min(0.82 * (width - 2 * 12), 640) - 2 * 12
@@ -39,7 +40,7 @@ Item {
             x: 12
             y: 8
             width: Math.min(Math.ceil(implicitWidth), row.mostTextWidth)
-            text: row.showsAll ? row.body : row.shownBody
+            text: row.shownBody
             wrapMode: TextEdit.Wrap
             color: row.textColor
             selectionColor: row.isSent ? Theme.white : Theme.tint
@@ -51,11 +52,11 @@ Item {
 
             x: 12 - leftPadding
             y: content.y + content.height + 4
-            visible: row.isCut && !row.showsAll
+            visible: row.isCut
             text: "Show All"
             font: Theme.weighted(Theme.callout, Font.DemiBold)
             color: row.isSent ? Theme.white : Theme.tintText
-            onClicked: row.showsAll = true
+            onClicked: row.allWanted()
         }
         FocusRing {
             radius: parent.radius + Theme.focusRingWidth + 1

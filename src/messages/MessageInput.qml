@@ -9,9 +9,7 @@ Item {
 
     implicitHeight: capsule.height + 2 * 12
 
-    function takeKeyboard() {
-        field.forceActiveFocus();
-    }
+    readonly property alias field: field
 
     Rectangle {
         id: capsule
@@ -26,7 +24,7 @@ Item {
         height: Math.ceil(metrics.height) + 2 * 6
         radius: Math.min(18, height / 2)
         color: Theme.controlBackground
-        border.width: 1
+        border.width: field.activeFocus ? 0 : 1
         border.color: Theme.isHighContrast ? Theme.primary : Theme.withOpacity(Theme.secondary, 0.2)
 
         FontMetrics {
@@ -50,7 +48,8 @@ Item {
             onAccepted: input.view.sendChatMessage()
         }
         FocusRing {
-            radius: parent.radius + Theme.focusRingWidth + 1
+            anchors.margins: -Theme.focusRingWidth
+            radius: parent.radius + Theme.focusRingWidth
             isShown: field.activeFocus
         }
     }
@@ -66,7 +65,7 @@ Item {
         opacity: 1
         isRound: true
         size: 34
-        symbol: "go-up"
+        symbol: "arrow-up"
         decoration: "circle"
         symbolSize: 26
         color: enabled ? Theme.blue : Theme.secondary

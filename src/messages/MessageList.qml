@@ -20,15 +20,11 @@ ScrollList {
     spacing: 10
     cacheBuffer: 300
     activeFocusOnTab: count > 0
-    header: Item {
-        height: 12
-    }
-    footer: Item {
-        height: 12
-    }
+    topMargin: 12
+    bottomMargin: 12
 
-    Component.onCompleted: positionViewAtEnd()
-    onContentYChanged: if (!isResetting) isAtEnd = contentY + height >= originY + contentHeight - 2
+    Component.onCompleted: goToEnd()
+    onContentYChanged: if (!isResetting) isAtEnd = contentY + height >= originY + contentHeight + bottomMargin - 2
     onHeightChanged: keepEnd()
     onContentHeightChanged: if (isAtEnd) Qt.callLater(keepEnd) // qmllint disable
     // A text that is pointed at has the keyboard for itself.
@@ -44,8 +40,19 @@ ScrollList {
     // What shows at the end stays there when the room or the layout changes.
     function keepEnd() {
         if (isAtEnd && !isFollowing && !isResetting) {
-            positionViewAtEnd();
+            goToEnd();
         }
+    }
+
+    function goToEnd() {
+        positionViewAtEnd();
+        contentY = Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+    }
+
+    // Who unfolds a message reads on at its beginning, also at the end of the list.
+    function showAllOf(index) {
+        isAtEnd = false;
+        model.showAll(index);
     }
 
     // Where the view is, in a way that outlives the rows.
@@ -67,7 +74,7 @@ ScrollList {
     function restore(place) {
         forceLayout();
         if (place.isAtEnd) {
-            positionViewAtEnd();
+            goToEnd();
         } else if (place.top >= 0) {
             positionViewAtIndex(place.top, ListView.Beginning);
             contentY += place.offset;
@@ -78,7 +85,7 @@ ScrollList {
     function follow() {
         followAnimation.stop();
         const start = contentY;
-        positionViewAtEnd();
+        goToEnd();
         const end = contentY;
         if (Theme.motionDuration > 0 && start < end) {
             contentY = Math.max(start, end - height);
@@ -94,7 +101,7 @@ ScrollList {
         property: "contentY"
         duration: Theme.motionDuration
         easing.type: Theme.motionEasing
-        onFinished: list.positionViewAtEnd()
+        onFinished: list.goToEnd()
     }
     Connections {
         target: list.model
@@ -130,10 +137,8 @@ ScrollList {
     delegate: MessageBubble {
         width: ListView.view.width
         isCurrent: list.activeFocus && ListView.isCurrentItem
-        ListView.onPooled: {
-            showsAll = false;
-            visible = false; // a row in reserve is not to be read out
-        }
+        onAllWanted: list.showAllOf(index)
+        ListView.onPooled: visible = false // a row in reserve is not to be read out
         ListView.onReused: visible = true
     }
 }

@@ -14,9 +14,9 @@ QVariant MessageListModel::data(const QModelIndex& index, int role) const {
     case BodyRole:
         return message.body;
     case ShownBodyRole:
-        return beginning(message.body, mostShown);
+        return isCut(message) ? beginning(message.body, mostShown) : message.body;
     case IsCutRole:
-        return message.body.size() > mostShown;
+        return isCut(message);
     case TimeTextRole:
         return formatDate(message.date);
     case IsSentRole:
@@ -32,6 +32,17 @@ QHash<int, QByteArray> MessageListModel::roleNames() const {
             {IsCutRole, "isCut"},
             {TimeTextRole, "timeText"},
             {IsSentRole, "isSent"}};
+}
+
+bool MessageListModel::isCut(const SmsRecord& message) const {
+    return message.body.size() > mostShown && !unfolded_.contains(identityOf(message));
+}
+
+void MessageListModel::showAll(int row) {
+    if (row >= 0 && row < rowCount()) {
+        unfolded_.insert(identityOf(records()[row]));
+        emit dataChanged(index(row), index(row), {ShownBodyRole, IsCutRole});
+    }
 }
 
 bool MessageListModel::differ(const SmsRecord& shown, const SmsRecord& next) const {

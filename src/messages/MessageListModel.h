@@ -3,6 +3,8 @@
 #include "records/RecordListModel.h"
 #include "records/SmsRecord.h"
 
+#include <QSet>
+
 namespace brenvale {
 
 /// The messages of the open thread, oldest first. On main.
@@ -20,6 +22,9 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+    /// `ShownBodyRole` of this message is all of it from now on, in whichever thread and version.
+    Q_INVOKABLE void showAll(int row);
+
     /// A newer version of the same thread.
     void setMessages(const QList<SmsRecord>& messages) { setRecords(messages); }
 
@@ -28,6 +33,11 @@ public:
 
 protected:
     [[nodiscard]] bool differ(const SmsRecord& shown, const SmsRecord& next) const override;
+
+private:
+    [[nodiscard]] bool isCut(const SmsRecord& message) const;
+
+    QSet<decltype(identityOf(SmsRecord()))> unfolded_; ///< the messages that the user wanted all of
 };
 
 } // namespace brenvale

@@ -8,6 +8,12 @@ Item {
     required property SettingsView view
 
     Component.onCompleted: view.messagesTabAppeared()
+    Keyboard.home: thread.field ?? conversations.searchField
+
+    function search() {
+        conversations.searchField.forceActiveFocus(Qt.ShortcutFocusReason);
+        conversations.searchField.selectAll();
+    }
 
     ConversationPane {
         id: conversations
@@ -15,7 +21,7 @@ Item {
         width: 260
         height: parent.height
         view: tab.view
-        onOpened: thread.takeKeyboard()
+        onOpened: tab.Keyboard.goHome()
     }
     Hairline {
         id: divider

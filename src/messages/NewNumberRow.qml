@@ -13,6 +13,8 @@ T.AbstractButton {
     implicitHeight: Math.max(44, texts.implicitHeight + 2 * 4)
     focusPolicy: Qt.TabFocus
 
+    onActiveFocusChanged: if (!activeFocus) focus = false // or the list would give it the keyboard again
+
     Accessible.role: Accessible.Button
     Accessible.name: `New message to ${number}`
     Accessible.onPressAction: row.clicked()
@@ -49,7 +51,7 @@ T.AbstractButton {
             }
             Text {
                 width: parent.width
-                text: row.number
+                text: Theme.oneLine(row.number)
                 font: Theme.weighted(Theme.body, Font.Medium)
                 color: Theme.primary
                 elide: Text.ElideRight

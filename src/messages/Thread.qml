@@ -7,9 +7,7 @@ Item {
 
     required property SettingsView view
 
-    function takeKeyboard() {
-        input.takeKeyboard();
-    }
+    readonly property Item field: input.field
 
     ThreadHeader {
         id: header

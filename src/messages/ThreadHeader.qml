@@ -23,7 +23,7 @@ Item {
 
         Label {
             width: parent.width
-            text: header.view.threadName
+            text: Theme.oneLine(header.view.threadName)
             font: Theme.headline
             elide: Text.ElideRight
             horizontalAlignment: Text.AlignLeft
@@ -33,7 +33,7 @@ Item {
         Label {
             visible: header.view.showsThreadAddress
             width: parent.width
-            text: header.view.activeRecipient
+            text: Theme.oneLine(header.view.activeRecipient)
             font: Theme.caption
             color: Theme.secondary
             elide: Text.ElideRight

@@ -7,11 +7,8 @@ Item {
 
     required property SettingsView view
 
-    function takeKeyboard() {
-        if (thread.item) {
-            (thread.item as Thread).takeKeyboard();
-        }
-    }
+    // To type an answer in; null where no thread is open.
+    readonly property Item field: (thread.item as Thread)?.field ?? null
 
     EmptyState {
         anchors.fill: parent

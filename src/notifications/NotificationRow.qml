@@ -21,6 +21,7 @@ ListRow {
     verticalPadding: 2 + Theme.listRowInset
     hairlineInset: Theme.padding + mark.width + 10
 
+    Keyboard.home: replyButton // when the line closes
     Accessible.name: beginningOfApp + (beginningOfTitle === "" ? "" : ", ") + beginningOfTitle
                      + (beginningOfBody === "" ? "" : ", ") + beginningOfBody
 
@@ -50,13 +51,14 @@ ListRow {
 
             Item {
                 width: parent.width
-                implicitHeight: app.implicitHeight
+                implicitHeight: app.height
 
                 Label {
                     id: app
 
                     width: Math.min(implicitWidth, parent.width - time.implicitWidth - Theme.spacing)
-                    text: row.beginningOfApp
+                    text: Theme.oneLine(row.beginningOfApp)
+                    height: Desktop.lineHeight(font)
                     font: Theme.weighted(Theme.caption, Font.DemiBold)
                     color: Theme.secondary
                     elide: Text.ElideRight
@@ -74,7 +76,8 @@ ListRow {
             Label {
                 visible: text !== ""
                 width: parent.width
-                text: row.beginningOfTitle
+                text: Theme.oneLine(row.beginningOfTitle)
+                height: Desktop.lineHeight(font)
                 font: Theme.weighted(Theme.callout, Font.Medium)
                 elide: Text.ElideRight
                 maximumLineCount: 1
@@ -96,7 +99,10 @@ ListRow {
                 leftPadding: 0
                 text: "Reply"
                 font: Theme.caption
-                onClicked: row.view.openReply(row.rowId)
+                onClicked: {
+                    row.view.openReply(row.rowId);
+                    (replyLine.item as ReplyLine).field.forceActiveFocus();
+                }
             }
             Loader {
                 id: replyLine
@@ -112,17 +118,7 @@ ListRow {
                     if (isWanted) {
                         setSource("ReplyLine.qml", {view: row.view, rowId: row.rowId});
                     } else {
-                        close();
-                    }
-                }
-
-                // The keyboard stays at this row, and shows if it was what closed the line.
-                function close() {
-                    const hadKeyboard = activeFocus;
-                    const reason = hadKeyboard ? (item as ReplyLine).focusReason : Qt.OtherFocusReason;
-                    source = "";
-                    if (hadKeyboard) {
-                        replyButton.forceActiveFocus(reason);
+                        source = "";
                     }
                 }
             }

@@ -12,6 +12,8 @@ Rectangle {
 
     color: Theme.controlBackground
 
+    Keyboard.home: list.visible ? list : tab
+
     EmptyState {
         anchors.fill: parent
         visible: tab.isEmpty
@@ -23,6 +25,8 @@ Rectangle {
         description: "Notifications forwarded from your Android phone will appear here."
     }
     ScrollList {
+        id: list
+
         anchors {
             fill: parent
             bottomMargin: footer.height

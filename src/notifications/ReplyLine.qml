@@ -8,13 +8,9 @@ Item {
     required property SettingsView view
     required property string rowId
 
-    // Why the control of the line that has the keyboard would pass it on.
-    readonly property int focusReason: field.activeFocus || sendButton.visualFocus || cancelButton.visualFocus
-                                     ? Qt.TabFocusReason : Qt.MouseFocusReason
-
     implicitHeight: field.height + 4
 
-    Component.onCompleted: field.forceActiveFocus()
+    readonly property alias field: field
 
     TextInputField {
         id: field

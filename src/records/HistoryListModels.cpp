@@ -70,7 +70,7 @@ QHash<int, QByteArray> NotifListModel::roleNames() const {
 }
 
 void NotifListModel::refreshNames() {
-    refreshRoles({ShownTitleRole});
+    refreshRoles({ShownTitleRole, TimeTextRole});
 }
 
 FileTransferListModel::FileTransferListModel(HistoryStore& store)

@@ -11,8 +11,8 @@ Rectangle {
     implicitHeight: column.implicitHeight + 2 * Theme.padding
     radius: Theme.cardRadius
     color: Theme.withOpacity(Theme.orange, 0.1)
-    border.width: Theme.isHighContrast ? 1 : 0
-    border.color: Theme.primary
+    border.width: 1
+    border.color: Theme.isHighContrast ? Theme.primary : Theme.withOpacity(Theme.orange, 0.4)
 
     Column {
         id: column

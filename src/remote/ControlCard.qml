@@ -15,24 +15,25 @@ Column {
     Accessible.name: title
 
     Label {
+        leftPadding: Theme.cardInset
         text: card.title
         font: Theme.headline
         Accessible.role: Accessible.Heading
     }
     Rectangle {
         width: parent.width
-        implicitHeight: place.childrenRect.height + 2 * Theme.padding
+        implicitHeight: place.childrenRect.height + 2 * Theme.cardInset
         radius: Theme.cardRadius
         color: Theme.controlBackground
-        border.width: Theme.isHighContrast ? 1 : 0
-        border.color: Theme.primary
+        border.width: 1
+        border.color: Theme.hairline
 
         Item {
             id: place
 
-            x: Theme.padding
-            y: Theme.padding
-            width: parent.width - 2 * Theme.padding
+            x: Theme.cardInset
+            y: Theme.cardInset
+            width: parent.width - 2 * Theme.cardInset
         }
     }
 }

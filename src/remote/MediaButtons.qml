@@ -44,6 +44,7 @@ Row {
                 model: buttons.view.volumeButtons
 
                 delegate: PadButton {
+                    y: (Theme.largeControlHeight - height) / 2 // on the axis of the larger ones
                     implicitWidth: 40
                     onClicked: buttons.view.sendMediaCommand(modelData.command)
                 }

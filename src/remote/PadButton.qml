@@ -28,6 +28,7 @@ TextButton {
 
     Shortcut {
         sequence: button.modelData.shortcut
+        autoRepeat: false
         onActivated: button.clicked()
     }
     HelpTip {

@@ -38,8 +38,6 @@ ListRow {
                 width: parent.width
                 content: row.text
                 maximumLineCount: 10
-                Keys.onTabPressed: (row.ListView.view as ScrollList).step(true)
-                Keys.onBacktabPressed: (row.ListView.view as ScrollList).step(false)
             }
             Label {
                 text: row.dateText

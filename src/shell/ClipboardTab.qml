@@ -12,6 +12,8 @@ Rectangle {
 
     color: Theme.controlBackground
 
+    Keyboard.home: list.visible ? list : tab
+
     ListHeader {
         id: header
 
@@ -34,6 +36,8 @@ Rectangle {
         title: "No received items yet"
     }
     ScrollList {
+        id: list
+
         anchors {
             fill: parent
             topMargin: header.height

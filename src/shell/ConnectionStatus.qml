@@ -40,13 +40,13 @@ Item {
             Label {
                 visible: text !== ""
                 width: parent.width
-                text: status.view.deviceName
+                text: Theme.oneLine(status.view.deviceName)
                 font: Theme.headline
                 elide: Text.ElideRight
             }
             Label {
                 width: parent.width
-                text: status.view.networkText
+                text: Theme.oneLine(status.view.networkText)
                 font: Theme.caption
                 color: Theme.secondary
                 elide: Text.ElideRight
@@ -70,6 +70,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: status.view.batteryText
                 font: Theme.caption
+                Accessible.name: text + (status.view.isCharging ? ", charging" : "")
             }
         }
     }
@@ -85,7 +86,7 @@ Item {
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
-                name: "dialog-warning"
+                name: "data-warning"
                 color: Theme.red
             }
             Label {

@@ -68,7 +68,6 @@ ScrollPage {
             visible: Developer.profileAddress !== ""
 
             LinkButton {
-                leftPadding: 0
                 text: "Visit Profile"
                 target: Developer.profileAddress
             }

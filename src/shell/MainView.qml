@@ -16,8 +16,7 @@ Rectangle {
 
     Component.onCompleted: view.appeared()
 
-    // A key that the sidebar does not want may be the tab's.
-    Keys.forwardTo: detail.item ? [detail.item] : []
+    Keys.onPressed: event => event.accepted = keyboard.takeUnwanted(event.key, event.modifiers, event.text)
 
     function selectNeighbour(step) {
         const count = view.sidebarTabs.length;
@@ -50,6 +49,37 @@ Rectangle {
         onActivated: main.view.isSidebarShown = !main.view.isSidebarShown
     }
 
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: main.Window.window.close()
+    }
+    Shortcut {
+        sequence: "Ctrl+F"
+        onActivated: {
+            main.view.selectedTab = 2;
+            (detail.item as MessagesTab).search();
+        }
+    }
+    // Dates turn at midnight.
+    Timer {
+        running: true
+        interval: untilMidnight()
+        onTriggered: {
+            main.view.becameActive();
+            interval = untilMidnight();
+            restart();
+        }
+
+        function untilMidnight(): int {
+            const now = new Date();
+            return new Date(now).setHours(24, 0, 1, 0) - now;
+        }
+    }
+    Keyboard {
+        id: keyboard
+
+        tab: detail.item
+    }
     Sidebar {
         id: sidebar
 

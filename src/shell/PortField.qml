@@ -7,6 +7,9 @@ TextInputField {
 
     required property SettingsView view
 
+    // What is typed is not what is stored.
+    readonly property bool isEdited: text !== view.portText
+
     implicitWidth: 80
     placeholderText: "8765"
     helpText: "Port"

@@ -40,11 +40,13 @@ public:
 private:
     void buildView();
     void releaseView();
+    void rememberGeometry();
 
     QObject& settings_;
     std::unique_ptr<QQuickView> view_;
     QIcon icon_;     ///< null before the first time
-    QRect geometry_; ///< of the last time that it was on show; null before
+    QRect geometry_; ///< the last one that it had while it was not maximised; null before the first time
+    bool isMaximised_ = false; ///< when it was closed
 };
 
 } // namespace brenvale

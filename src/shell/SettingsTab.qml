@@ -26,7 +26,7 @@ ScrollPage {
 
             Row {
                 anchors.right: parent.right
-                anchors.rightMargin: (copyButton.symbolSize - copyButton.width) / 2 // the icon ends where other rows do
+                anchors.rightMargin: (Math.round(copyButton.symbolSize * Theme.iconScale) - copyButton.width) / 2 // the icon ends where other rows do
                 spacing: 4
 
                 SelectableText {
@@ -40,7 +40,7 @@ ScrollPage {
 
                     anchors.verticalCenter: parent.verticalCenter
                     symbol: "edit-copy"
-                    symbolSize: Math.round(Theme.caption.pixelSize * 1.25)
+                    symbolSize: Math.round(Theme.caption.pixelSize * 1.25 / Theme.iconScale)
                     helpText: "Copy IP address"
                     onClicked: tab.view.copyText(tab.view.localIP)
                 }
@@ -53,16 +53,24 @@ ScrollPage {
                 anchors.right: parent.right
                 spacing: 8
 
+                Keyboard.home: port // once Restart has done its work
+
                 PortField {
+                    id: port
+
                     view: tab.view
                 }
                 TextButton {
                     anchors.verticalCenter: parent.verticalCenter
-                    visible: tab.view.serverRestartNeeded
+                    enabled: tab.view.serverRestartNeeded || port.isEdited
+                    opacity: enabled ? 1 : 0 // the field does not move when it comes
                     text: "Restart"
                     isProminent: true
                     controlSize: "small"
-                    onClicked: tab.view.restartServer()
+                    onClicked: {
+                        port.commit();
+                        tab.view.restartServer();
+                    }
                 }
             }
         }

@@ -109,7 +109,7 @@ QVariantList SettingsView::sidebarTabs() {
     return {sidebarTab(CallTab, QStringLiteral("Call"), QStringLiteral("call-start")),
             sidebarTab(SmsTab, QStringLiteral("SMS"), QStringLiteral("document-send")),
             sidebarTab(FileDropTab, QStringLiteral("File Drop"), QStringLiteral("folder-download")),
-            sidebarTab(NotificationsTab, QStringLiteral("Notifications"), QStringLiteral("view-history")),
+            sidebarTab(NotificationsTab, QStringLiteral("Notifications"), QStringLiteral("clock")),
             sidebarTab(RemoteTab, QStringLiteral("Remote"), QStringLiteral("input-keyboard")),
             sidebarTab(ClipboardTab, QStringLiteral("Clipboard"), QStringLiteral("edit-paste")),
             sidebarTab(SettingsTab, QStringLiteral("Settings"), QStringLiteral("settings-configure")),
@@ -138,6 +138,7 @@ void SettingsView::refreshDates() {
     // What was today when it was shown may be yesterday by now.
     filteredConversations_.refresh();
     calls_.refresh();
+    items_.refreshNames(); // their times too
 }
 
 } // namespace brenvale

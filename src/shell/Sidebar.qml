@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Brenvale
 
 // The tabs from top to bottom. One of them has the tint, or none where the settings name no tab.
@@ -22,17 +23,12 @@ Item {
         helpText: "Hide Sidebar"
         onClicked: sidebar.hideRequested()
     }
-    // Where no entry is selected, the ring is around all of them.
-    FocusRing {
-        anchors.fill: list
-        radius: Theme.fieldRadius + Theme.focusRingWidth + 1
-        isShown: list.activeFocus && list.place < 0
-    }
     // Eight rows need no list that makes them as they come into sight.
     Column {
         id: list
 
         readonly property int place: placeOf(sidebar.view.selectedTab)
+        readonly property bool hasKeyboard: (Window.activeFocusItem as SidebarRow) !== null
 
         anchors {
             left: parent.left
@@ -42,7 +38,6 @@ Item {
             topMargin: 4
         }
         spacing: 2
-        activeFocusOnTab: true
 
         Accessible.role: Accessible.List
         Accessible.name: "Tabs"
@@ -61,6 +56,7 @@ Item {
 
         function select(place) {
             if (place >= 0 && place < entries.count) {
+                entries.itemAt(place).forceActiveFocus(Qt.TabFocusReason);
                 sidebar.view.selectedTab = sidebar.view.sidebarTabs[place].tab;
             }
         }
@@ -72,17 +68,21 @@ Item {
 
             SidebarRow {
                 required property var modelData
+                required property int index
 
                 width: list.width
                 label: modelData.label
                 symbol: modelData.icon
                 isSelected: sidebar.view.selectedTab === modelData.tab
                 showsLabel: sidebar.showLabels
+                activeFocusOnTab: isSelected || (list.place < 0 && index === 0)
                 onClicked: sidebar.view.selectedTab = modelData.tab
 
-                FocusRing {
-                    radius: Theme.fieldRadius + Theme.focusRingWidth + 1
-                    isShown: list.activeFocus && parent.isSelected
+                // Another way to another tab leads the one who walks here along.
+                onIsSelectedChanged: {
+                    if (isSelected && list.hasKeyboard) {
+                        forceActiveFocus(Qt.TabFocusReason);
+                    }
                 }
             }
         }

@@ -10,10 +10,8 @@ T.ItemDelegate {
     required property string symbol
     property bool isSelected: false
     property bool showsLabel: true
-    readonly property color contentColor: isSelected ? Theme.textOnTint : Theme.primary
-
     implicitHeight: Math.max(32, Theme.controlHeight + 4)
-    focusPolicy: Qt.NoFocus
+    focusPolicy: Qt.ClickFocus
 
     Accessible.role: Accessible.ListItem
     Accessible.name: label
@@ -26,16 +24,16 @@ T.ItemDelegate {
             x: row.showsLabel ? 8 : Math.round((parent.width - width) / 2)
             anchors.verticalCenter: parent.verticalCenter
             name: row.symbol
-            color: row.isSelected ? Theme.textOnTint : Theme.secondary
+            color: row.isSelected ? Theme.tintText : Theme.secondary
         }
         Text {
             visible: row.showsLabel
             anchors.verticalCenter: parent.verticalCenter
-            x: 36
-            width: parent.width - 44
+            x: 20 + Math.round(16 * Theme.iconScale)
+            width: parent.width - x - 8
             text: row.label
             font: Theme.body
-            color: row.contentColor
+            color: Theme.primary
             elide: Text.ElideRight
             textFormat: Text.PlainText
             renderType: Text.NativeRendering
@@ -45,6 +43,14 @@ T.ItemDelegate {
 
     background: Rectangle {
         radius: Theme.fieldRadius
-        color: row.isSelected ? Theme.tintFill : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+        color: row.isSelected ? Theme.selection : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+
+        border.width: row.isSelected && Theme.isHighContrast ? 1 : 0
+        border.color: Theme.primary
+
+        FocusRing {
+            radius: Theme.fieldRadius + Theme.focusRingWidth + 1
+            isShown: row.visualFocus
+        }
     }
 }

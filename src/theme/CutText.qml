@@ -33,7 +33,6 @@ Item {
         width: parent.width
         text: cut.isCut ? cut.textOfLines() : cut.content
         Accessible.name: cut.content
-        Keys.forwardTo: [cut]
     }
     SelectableText {
         id: measure

@@ -1,11 +1,15 @@
 #include "theme/Desktop.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QIcon>
 #include <QStyle>
+
+#include <cmath>
 
 namespace brenvale {
 
@@ -37,6 +41,25 @@ QString Desktop::iconThemeName() {
 bool Desktop::isAnimated() {
     return QApplication::isEffectEnabled(Qt::UI_General) ||
            QApplication::style()->styleHint(QStyle::SH_Widget_Animate) != 0;
+}
+
+qreal Desktop::lineHeight(const QFont& font) {
+    return std::ceil(QFontMetricsF(font).height());
+}
+
+void Desktop::tellText(QQuickItem* item, const QString& before, const QString& after) {
+    const auto tell = [](QAccessibleEvent&& event) {
+        QAccessible::updateAccessibility(&event);
+    };
+    if (after.startsWith(before)) {
+        const auto place = static_cast<int>(before.size());
+        tell(QAccessibleTextInsertEvent(item, place, after.sliced(place)));
+    } else if (before.startsWith(after)) {
+        const auto place = static_cast<int>(after.size());
+        tell(QAccessibleTextRemoveEvent(item, place, before.sliced(place)));
+    } else {
+        tell(QAccessibleTextUpdateEvent(item, 0, before, after));
+    }
 }
 
 bool Desktop::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QFont>
 #include <QObject>
+#include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace brenvale {
@@ -29,6 +31,12 @@ public:
 
     /// False where the desktop's user wants nothing to move.
     [[nodiscard]] static bool isAnimated();
+
+    /// Of a line of text in `font`, whatever script it is in.
+    Q_INVOKABLE static qreal lineHeight(const QFont& font);
+
+    /// Tells assistive technology that the text of `item` changed.
+    Q_INVOKABLE static void tellText(QQuickItem* item, const QString& before, const QString& after);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

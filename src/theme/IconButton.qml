@@ -12,7 +12,7 @@ T.AbstractButton {
     property color color: Theme.secondary
     property real symbolSize: 16
     property string decoration
-    property real size: Math.max(Theme.controlHeight, symbolSize + 12)
+    property real size: Math.max(Theme.controlHeight, Math.round(symbolSize * Theme.iconScale) + 12)
     property bool isRound: false
 
     implicitWidth: size
@@ -48,6 +48,6 @@ T.AbstractButton {
 
     HelpTip {
         text: control.helpText
-        isWanted: control.hovered || control.visualFocus
+        isWanted: control.enabled && (control.hovered || control.visualFocus)
     }
 }

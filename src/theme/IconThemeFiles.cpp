@@ -66,6 +66,47 @@ QString fileInTheme(const QString& name, int size, const QString& theme, const Q
 
 } // namespace
 
+const QStringList& symbolNames() {
+    // Those that few themes have come first.
+    static const QStringList names =
+        QStringLiteral(
+            "dialog-messages overflow-menu window-duplicate key-enter love data-warning settings-configure "
+            "notifications "
+            "clock download checkmark arrow-left arrow-up sidebar-collapse-left sidebar-expand-left "
+            "battery-100 "
+            "battery-100-charging edit-clear-locationbar-rtl call-start call-stop call-incoming "
+            "call-outgoing "
+            "microphone-sensitivity-high microphone-sensitivity-muted document-send edit-find edit-clear "
+            "view-refresh "
+            "edit-paste edit-copy format-justify-left folder-download folder-open input-keyboard help-about "
+            "security-medium network-wireless media-skip-backward media-skip-forward media-seek-backward "
+            "media-seek-forward media-playback-start audio-volume-low audio-volume-high go-up go-previous "
+            "go-next go-down "
+            "format-indent-more format-indent-less go-home")
+            .split(QLatin1Char(' '));
+    return names;
+}
+
+QString themeOfOneHand(const QString& theme, const QStringList& searchPaths) {
+    const auto fallback = QStringLiteral("breeze");
+    if (theme.isEmpty() || theme.startsWith(fallback)) {
+        return fallback;
+    }
+    for (const auto& folder : searchPaths) {
+        const auto path = folder + QLatin1Char('/') + theme;
+        const auto indexFile = path + QStringLiteral("/index.theme");
+        if (!QFile::exists(indexFile)) {
+            continue;
+        }
+        const QSettings index(indexFile, QSettings::IniFormat);
+        const bool hasAll = std::ranges::all_of(symbolNames(), [&](const QString& name) {
+            return !fileInTheme(name, largestPlainSize, path, index).isEmpty();
+        });
+        return hasAll ? theme : fallback;
+    }
+    return fallback;
+}
+
 QString iconThemeFile(const QString& name, int size, const QStringList& themes,
                       const QStringList& searchPaths) {
     QStringList waiting = themes;

@@ -12,4 +12,11 @@ namespace brenvale {
 [[nodiscard]] QString iconThemeFile(const QString& name, int size, const QStringList& themes,
                                     const QStringList& searchPaths);
 
+/// The theme that draws all symbols, so that they are of one hand: `theme` where it has each of them as a
+/// drawing of its own in one colour, Breeze otherwise. The dark Breeze is the same hand.
+[[nodiscard]] QString themeOfOneHand(const QString& theme, const QStringList& searchPaths);
+
+/// The names of all symbols.
+[[nodiscard]] const QStringList& symbolNames();
+
 } // namespace brenvale

@@ -35,7 +35,7 @@ T.ComboBox {
     Keys.onEnterPressed: control.popup.open()
 
     contentItem: Text {
-        text: control.displayText
+        text: Theme.oneLine(control.displayText)
         font: control.font
         color: Theme.primary
         elide: Text.ElideRight
@@ -87,9 +87,9 @@ T.ComboBox {
         }
 
         contentItem: Text {
-            text: entry.modelData
+            text: Theme.oneLine(entry.modelData)
             font: control.font
-            color: entry.highlighted ? Theme.textOnTint : Theme.primary
+            color: Theme.primary
             elide: Text.ElideRight
             verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
@@ -98,7 +98,7 @@ T.ComboBox {
         }
         background: Rectangle {
             radius: Theme.controlRadius - 2
-            color: entry.highlighted ? Theme.tintFill : "transparent"
+            color: entry.highlighted ? Theme.selection : "transparent"
         }
     }
     popup: T.Popup {

@@ -34,7 +34,7 @@ T.AbstractButton {
             visible: control.symbol !== ""
             name: control.symbol
             color: control.color
-            size: Math.round(control.font.pixelSize * 1.25)
+            size: control.font.pixelSize * 1.25 / Theme.iconScale
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter

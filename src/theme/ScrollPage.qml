@@ -2,8 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Brenvale
 
-// A page that scrolls what does not fit, as a column that no wide window stretches. A control that gets the
-// keyboard comes into sight.
+// A page that scrolls what does not fit, as a column that no wide window stretches.
 Flickable {
     id: page
 
@@ -18,10 +17,8 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     pixelAligned: true
     T.ScrollBar.vertical: ScrollHandle {}
+    Keyboard.home: page
 
-    FocusInSight {
-        view: page
-    }
     Column {
         id: column
 

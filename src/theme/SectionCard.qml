@@ -17,7 +17,7 @@ Column {
 
     Label {
         visible: text !== ""
-        leftPadding: Theme.rowPaddingHorizontal
+        leftPadding: Theme.cardInset
         width: parent.width
         text: section.header
         font: Theme.headline
@@ -41,8 +41,8 @@ Column {
     }
     Label {
         visible: text !== ""
-        leftPadding: Theme.rowPaddingHorizontal
-        rightPadding: Theme.rowPaddingHorizontal
+        leftPadding: Theme.cardInset
+        rightPadding: Theme.cardInset
         width: parent.width
         text: section.footer
         font: Theme.caption

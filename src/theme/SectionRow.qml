@@ -11,7 +11,7 @@ Item {
     default property alias content: place.data
 
     // Content that is to fill the row beside the label takes this width.
-    readonly property real contentWidth: width - place.x - Theme.rowPaddingHorizontal
+    readonly property real contentWidth: width - place.x - Theme.cardInset
 
     width: parent ? parent.width : implicitWidth
     implicitHeight: Math.max(44, place.implicitHeight + 2 * Theme.rowPaddingVertical,
@@ -20,14 +20,14 @@ Item {
 
     Hairline {
         visible: row.y > 0
-        x: Theme.rowPaddingHorizontal
-        width: parent.width - 2 * Theme.rowPaddingHorizontal
+        x: Theme.cardInset
+        width: parent.width - 2 * Theme.cardInset
     }
     Symbol {
         id: icon
 
         visible: row.symbol !== ""
-        x: Theme.rowPaddingHorizontal
+        x: Theme.cardInset
         anchors.verticalCenter: parent.verticalCenter
         name: row.symbol
         color: row.symbolColor
@@ -35,14 +35,14 @@ Item {
     Label {
         id: caption
 
-        x: Theme.rowPaddingHorizontal + (icon.visible ? icon.width + Theme.spacing : 0)
+        x: Theme.cardInset + (icon.visible ? icon.width + Theme.spacing : 0)
         anchors.verticalCenter: parent.verticalCenter
         text: row.label
     }
     Item {
         id: place
 
-        x: row.label === "" ? Theme.rowPaddingHorizontal
+        x: row.label === "" ? Theme.cardInset
                             : caption.x + Math.ceil(caption.implicitWidth) + Theme.padding
         anchors.verticalCenter: parent.verticalCenter
         width: row.contentWidth

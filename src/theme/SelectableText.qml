@@ -10,7 +10,7 @@ TextEdit {
 
     font: Theme.body
     color: Theme.primary
-    selectionColor: Theme.tint
+    selectionColor: Theme.tintFill
     selectedTextColor: Theme.textOnTint
     textFormat: TextEdit.PlainText
     renderType: Text.NativeRendering

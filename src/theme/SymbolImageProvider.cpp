@@ -1,10 +1,14 @@
 #include "theme/SymbolImageProvider.h"
 
 #include "theme/IconThemeFiles.h"
+#include "theme/SymbolMask.h"
 
+#include <QFile>
 #include <QIcon>
 #include <QPainter>
 #include <QSvgRenderer>
+
+#include <cmath>
 
 namespace brenvale {
 
@@ -12,6 +16,7 @@ namespace {
 
 constexpr int defaultSize = 16;
 constexpr QStringView applicationIcon = u"application";
+constexpr QStringView gradientCircle = u"gradient";
 
 /// The size of the drawings whose edges fall between the pixels of a picture that is `side` wide.
 int drawnSize(int side) {
@@ -20,11 +25,24 @@ int drawnSize(int side) {
     return side % ordinarySize != 0 && side % smallSize == 0 ? smallSize : ordinarySize;
 }
 
-/// The icon's shape in `area`: what is opaque is drawn.
-void drawShape(QPainter& painter, const QString& file, const QRectF& area) {
-    QSvgRenderer renderer(file);
+void drawPicture(QPainter& painter, const QByteArray& svg, const QRectF& area) {
+    QSvgRenderer renderer(svg);
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     renderer.render(&painter, area);
+}
+
+/// The icon's shape in `area`: what is opaque is drawn.
+void drawShape(QPainter& painter, const QString& file, const QRectF& area) {
+    QFile source(file);
+    if (!source.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const auto svg = source.readAll();
+    if (const auto side = qRound(area.width()); hasSeveralColours(svg)) {
+        painter.drawImage(area.topLeft(), maskOfSeveralColours(svg, side, drawPicture));
+    } else {
+        drawPicture(painter, svg, area);
+    }
 }
 
 /// A filled circle with the icon cut out of it.
@@ -36,7 +54,7 @@ void drawOnCircle(QPainter& painter, const QString& file, const QRectF& area) {
         QImage shape(area.size().toSize(), QImage::Format_ARGB32_Premultiplied);
         shape.fill(Qt::transparent);
         QPainter shapePainter(&shape);
-        const auto inset = area.width() * 0.19;
+        const auto inset = std::round(area.width() * 0.19);
         drawShape(shapePainter, file, area.adjusted(inset, inset, -inset, -inset));
         shapePainter.end();
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
@@ -67,13 +85,17 @@ QString SymbolImageProvider::fileOf(const QString& name, int side) {
     if (const auto theme = QIcon::themeName(); theme != theme_) {
         theme_ = theme;
         files_.clear();
+        hand_.clear();
+    }
+    const auto paths = QIcon::themeSearchPaths() + QStringList{QStringLiteral("/usr/share/icons")};
+    if (hand_.isEmpty()) {
+        hand_ = themeOfOneHand(theme_, paths);
     }
     const std::pair icon(name, drawnSize(side));
     if (const auto known = files_.constFind(icon); known != files_.cend()) {
         return *known;
     }
-    const auto paths = QIcon::themeSearchPaths() + QStringList{QStringLiteral("/usr/share/icons")};
-    const auto file = iconThemeFile(name, icon.second, {theme_, QStringLiteral("breeze")}, paths);
+    const auto file = iconThemeFile(name, icon.second, {hand_, QStringLiteral("breeze"), theme_}, paths);
     files_.insert(icon, file);
     return file;
 }
@@ -81,7 +103,6 @@ QString SymbolImageProvider::fileOf(const QString& name, int side) {
 QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
     const auto parts = id.split(QLatin1Char('/'));
     const auto side = requestedSize.width() > 0 ? requestedSize.width() : defaultSize;
-    const auto file = fileOf(parts.value(0), side);
     *size = QSize(side, side);
 
     QImage image(*size, QImage::Format_ARGB32_Premultiplied);
@@ -89,10 +110,20 @@ QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const Q
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF area(0, 0, side, side);
+    if (parts.value(0) == gradientCircle) {
+        QLinearGradient gradient(area.topLeft(), area.bottomRight());
+        gradient.setColorAt(0, QColor(parts.value(1)));
+        gradient.setColorAt(1, QColor(parts.value(2)));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(gradient);
+        painter.drawEllipse(area);
+        return image;
+    }
     if (id == applicationIcon) {
         drawShape(painter, QStringLiteral(":/org.brenvale.Brenvale.svg"), area);
         return image;
     }
+    const auto file = fileOf(parts.value(0), side);
     if (file.isEmpty() || parts.value(1) == QStringLiteral("circle")) {
         drawOnCircle(painter, file, area);
     } else if (parts.value(1) == QStringLiteral("slash")) {

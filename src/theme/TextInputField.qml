@@ -20,7 +20,7 @@ T.TextField {
     font: controlSize === "small" ? Theme.subheadline : Theme.body
     color: Theme.primary
     placeholderTextColor: Theme.tertiary
-    selectionColor: Theme.tint
+    selectionColor: Theme.tintFill
     selectedTextColor: Theme.textOnTint
     renderType: Text.NativeRendering
     selectByMouse: true
@@ -50,10 +50,12 @@ T.TextField {
         visible: control.hasFrame
         radius: Theme.controlRadius
         color: Theme.controlBackground
-        border.width: 1
+        border.width: control.activeFocus ? 0 : 1 // the ring is its outline then
         border.color: Theme.fieldBorder
 
         FocusRing {
+            anchors.margins: -Theme.focusRingWidth
+            radius: parent.radius + Theme.focusRingWidth
             isShown: control.activeFocus
         }
     }

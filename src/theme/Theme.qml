@@ -11,6 +11,7 @@ QtObject {
     // The type scale: 13 px is the desktop's own size, and the rest keeps its proportion to it.
 
     readonly property real textScale: Desktop.fontPixelSize / 13
+    readonly property real iconScale: Math.max(1, textScale) // icons grow with the text beside them
     readonly property font largeTitle: sized(26)
     readonly property font title: sized(22)
     readonly property font title2: sized(17)
@@ -28,7 +29,6 @@ QtObject {
 
     readonly property int spacing: 8
     readonly property int padding: 16
-    readonly property int rowPaddingHorizontal: 12
     readonly property int rowPaddingVertical: 8
     readonly property int listRowInset: 4 // of every row of a list, around the padding of its own
     readonly property int controlHeight: Math.round(28 * Math.max(1, textScale))
@@ -37,6 +37,7 @@ QtObject {
     readonly property int controlRadius: 6
     readonly property int fieldRadius: 8
     readonly property int cardRadius: 12
+    readonly property int cardInset: 16 // of what stands on a card, and of the titles above and below it
     readonly property int bubbleRadius: 16
     readonly property int formWidth: 720
     readonly property int focusRingWidth: 2
@@ -53,7 +54,9 @@ QtObject {
     readonly property bool isHighContrast: contrast(palette.windowText, palette.window) > 20
 
     readonly property color windowBackground: palette.window
-    readonly property color controlBackground: palette.base
+    // What lies on the window is never a hole in it.
+    readonly property color controlBackground: luminance(palette.base) < luminance(palette.window)
+                                             ? mixed(palette.window, palette.windowText, 0.07) : palette.base
     readonly property color underPageBackground: mixed(palette.window, palette.windowText, 0.04)
     readonly property color primary: palette.windowText
     readonly property color secondary: faded(0.6)
@@ -67,12 +70,15 @@ QtObject {
     readonly property color black: "#000000"
     readonly property color tint: palette.highlight
     readonly property color tintText: readable(tint)
-    readonly property color textOnTint: contrast(palette.highlightedText, tint) >= 3 ? palette.highlightedText
-                                      : contrast(white, tint) >= 3 ? white : black
+    readonly property color textOnTint: palette.highlightedText
 
-    // The tint below text, so much stronger that the text can be read.
+    // The tint below text, so much deeper that the text can be read; below what is selected it is a shade.
     readonly property color tintFill: strengthened(tint, textOnTint)
-    readonly property color blue: isDark ? "#3d8bff" : "#0a6cff"
+    readonly property color selection: isHighContrast ? withOpacity(tint, 0.4) : withOpacity(tint, 0.22)
+
+    // One blue a window.
+    readonly property bool isTintBlue: tint.hslHue > 0.52 && tint.hslHue < 0.7 && tint.hslSaturation > 0.35
+    readonly property color blue: isTintBlue ? readable(tint, 3) : isDark ? "#3d8bff" : "#0a6cff"
     readonly property color green: isDark ? "#32c759" : "#1f9d3f"
     readonly property color red: isDark ? "#ff5147" : "#d92b20"
     readonly property color orange: isDark ? "#ff9f1a" : "#e07b00"
@@ -89,6 +95,16 @@ QtObject {
             pixelSize: Math.max(1, Math.round(pixelSize * textScale)),
             weight: weight === undefined ? Font.Normal : weight
         });
+    }
+
+    // For text in a shape of a fixed size, which has room for `mostPixels`.
+    function fitted(pixelSize, mostPixels, weight) {
+        return sized(Math.min(pixelSize, mostPixels / textScale), weight);
+    }
+
+    // What is to stand on one line; it may be a book.
+    function oneLine(text) {
+        return text.slice(0, 600).replace(/[\uD800-\uDBFF]$/, "").replace(/\s+/g, " ");
     }
 
     function monospaced(style, weight) {
@@ -126,7 +142,7 @@ QtObject {
     // The lower contrast of `shade` to the backgrounds that text stands on; that of pages is nearer to the text than
     // that of the window.
     function textContrast(shade) {
-        return Math.min(contrast(shade, underPageBackground), contrast(shade, palette.base));
+        return Math.min(contrast(shade, underPageBackground), contrast(shade, controlBackground));
     }
 
     // The text's colour at `opacity`, or as much more as it takes for the contrast `least`: 4.5, what can be read,
@@ -140,9 +156,9 @@ QtObject {
     }
 
     // `shade` as a colour of text on the window or on a card, moved to the text's colour until it can be read.
-    function readable(shade) {
+    function readable(shade, least) {
         let result = shade;
-        for (let share = 0.05; share <= 1 && textContrast(result) < 4.5; share += 0.05) {
+        for (let share = 0.05; share <= 1 && textContrast(result) < (least ?? 4.5); share += 0.05) {
             result = mixed(shade, palette.windowText, share);
         }
         return result;

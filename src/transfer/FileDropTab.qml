@@ -11,6 +11,8 @@ Rectangle {
 
     color: Theme.controlBackground
 
+    Keyboard.home: list.visible ? list : tab
+
     ListHeader {
         id: header
 
@@ -23,7 +25,18 @@ Rectangle {
         onActionTriggered: FilePicker.open(tab.view)
         onClearTriggered: tab.view.clearFileTransfers()
     }
+    // No text: the tab's head says what it is for.
+    EmptyState {
+        anchors {
+            fill: parent
+            topMargin: header.height
+        }
+        visible: list.count === 0
+        symbol: "folder-download"
+    }
     ScrollList {
+        id: list
+
         anchors {
             fill: parent
             topMargin: header.height
@@ -33,5 +46,27 @@ Rectangle {
         delegate: FileTransferRow {
             onFolderRequested: file => tab.view.showInFolder(file)
         }
+    }
+    DropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        onEntered: drag => drag.accepted = drag.hasUrls
+        onDropped: drop => {
+            tab.view.sendFiles(drop.urls);
+            drop.accept(Qt.CopyAction);
+        }
+    }
+    Rectangle {
+        anchors {
+            fill: parent
+            margins: Theme.spacing
+            topMargin: header.height + Theme.spacing
+        }
+        visible: list.count === 0 || dropArea.containsDrag
+        radius: Theme.cardRadius
+        color: dropArea.containsDrag ? Theme.withOpacity(Theme.tint, 0.08) : "transparent"
+        border.width: dropArea.containsDrag ? 2 : 1
+        border.color: dropArea.containsDrag ? Theme.tintText : Theme.fieldBorder
     }
 }

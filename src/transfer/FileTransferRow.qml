@@ -44,13 +44,15 @@ ListRow {
 
             Label {
                 width: parent.width
-                text: row.fileName
+                text: Theme.oneLine(row.fileName)
+                height: Desktop.lineHeight(font)
                 font: Theme.sized(13, Font.Medium)
                 elide: Text.ElideMiddle
             }
             Label {
                 visible: row.isCompleted
                 width: parent.width
+                height: Desktop.lineHeight(font)
                 text: row.statusText
                 font: Theme.sized(11)
                 color: Theme.secondary
@@ -58,6 +60,7 @@ ListRow {
             }
             Row {
                 visible: !row.isCompleted
+                height: Desktop.lineHeight(Theme.sized(11)) // a row is as high before as after
                 spacing: 8
 
                 ProgressLine {

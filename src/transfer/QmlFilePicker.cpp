@@ -1,19 +1,38 @@
 #include "transfer/QmlFilePicker.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace brenvale {
 
+namespace {
+
+constexpr QLatin1String dialogName("filesToSend");
+
+/// It outlives the window that asked for it, and so whatever that remembers.
+QWidget* openDialog() {
+    const auto widgets = QApplication::topLevelWidgets();
+    const auto dialog = std::ranges::find_if(widgets, [](const QWidget* widget) {
+        return widget->isVisible() && widget->objectName() == dialogName;
+    });
+    return dialog == widgets.end() ? nullptr : *dialog;
+}
+
+} // namespace
+
 void FilePicker::open(SettingsView* view) {
-    if (!dialog_.isNull()) {
-        dialog_->raise();
-        dialog_->activateWindow();
+    if (auto* dialog = openDialog()) {
+        dialog->raise();
+        dialog->activateWindow();
         return;
     }
     auto* dialog = new QFileDialog; // it deletes itself
+    dialog->setObjectName(dialogName);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(QStringLiteral("Send Files"));
     dialog->setFileMode(QFileDialog::ExistingFiles);
@@ -26,7 +45,6 @@ void FilePicker::open(SettingsView* view) {
     }
     dialog->setModal(false);
     dialog->show();
-    dialog_ = dialog;
 }
 
 } // namespace brenvale

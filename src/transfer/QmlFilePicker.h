@@ -3,10 +3,7 @@
 #include "shell/SettingsView.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QtQml/qqmlregistration.h>
-
-class QFileDialog;
 
 namespace brenvale {
 
@@ -22,9 +19,6 @@ public:
     /// Shows the picker and returns; one that is open comes to the front. What the user takes is sent by
     /// `view`, in the picker's order, whatever the window shows by then.
     Q_INVOKABLE void open(brenvale::SettingsView* view);
-
-private:
-    QPointer<QFileDialog> dialog_; ///< deletes itself when it closes, and outlives the window
 };
 
 } // namespace brenvale

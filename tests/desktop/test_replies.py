@@ -183,12 +183,32 @@ class ReplyWindowTest(RepliesTest):
         self.recorder.control('Click', other['id'], 'REPLY_ACTION')
         self.wait_for_window(2)
 
+    def size(self, window):
+        geometry = self.desk.run('xdotool', 'getwindowgeometry', '--shell', window)
+        values = dict(line.split('=') for line in geometry.split())
+        return int(values['WIDTH']), int(values['HEIGHT'])
+
     def test_long_and_odd_texts_do_not_stretch_it(self):
         window = self.open_window(title='Ann ' * 500, body='<b>bold</b>\n' * 500)
-        geometry = self.desk.run('xdotool', 'getwindowgeometry', '--shell', window)
-        size = dict(line.split('=') for line in geometry.split())
-        self.assertLess(int(size['WIDTH']), 500)
-        self.assertLess(int(size['HEIGHT']), 200)
+        width, height = self.size(window)
+        self.assertLess(width, 500)
+        self.assertLess(height, 220)
+
+    def test_a_message_is_wrapped_to_four_lines(self):
+        heights = []
+        for count in (1, 25, 500, 1000):  # of words
+            window = self.open_window(body='word ' * count)
+            heights.append(self.size(window)[1])
+            self.press('Escape')
+            wait_until(lambda: not self.windows(), 'the window to close')
+        one, some, many, more = heights
+        self.assertLess(one, some)
+        self.assertLess(some, many)
+        self.assertEqual(many, more)
+
+    def test_it_wears_the_programs_icon(self):
+        window = self.open_window()
+        self.assertIn('Icon (', self.desk.run('xprop', '-id', window, '_NET_WM_ICON'))
 
 
 class RealServerTest(RepliesTest):

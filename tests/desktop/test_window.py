@@ -201,7 +201,8 @@ class CallsTest(WindowTest):
         window = self.open('call')
         window.wait_for_text('Recent Calls')
         window.key('0', '3', '0', '4', '5', 'BackSpace', 'x', '9')
-        window.wait_for_text('03049')
+        pad = window.find('text', 'Number')
+        window.wait(lambda: window.contents(pad) == '03049', 'the number as the value of the pad')
         window.key('Return')
         self.assertEqual(self.sent('make_call'), [{'action': 'make_call', 'number': '03049', 'simSlot': 0}])
 

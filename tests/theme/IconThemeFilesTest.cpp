@@ -71,3 +71,20 @@ TEST_F(IconThemeFiles, WhatNoThemeHasIsEmpty) {
     writeTheme(QStringLiteral("desk"), "");
     EXPECT_EQ(fileOf("a"), QString());
 }
+
+TEST_F(IconThemeFiles, ThemesThatHaveAllSymbolsDrawThem) {
+    writeTheme(QStringLiteral("whole"), "");
+    writeTheme(QStringLiteral("heir"), "whole");
+    for (const auto& name : symbolNames()) {
+        write(QStringLiteral("whole/22/%1.svg").arg(name), "<svg fill='currentColor'/>");
+    }
+    const auto handOf = [this](const char* theme) {
+        return themeOfOneHand(QString::fromUtf8(theme), {folder.path()}).toStdString();
+    };
+    EXPECT_EQ(handOf("whole"), "whole");
+    EXPECT_EQ(handOf("heir"), "breeze") << "what it inherits is another's hand";
+    QFile::remove(folder.filePath(QStringLiteral("whole/22/go-home.svg")));
+    EXPECT_EQ(handOf("whole"), "breeze") << "never a mixture";
+    EXPECT_EQ(handOf("none"), "breeze");
+    EXPECT_EQ(handOf("breeze-dark"), "breeze");
+}

@@ -84,6 +84,55 @@ TEST_F(ListKeyboard, ClosingTheReplyLineLeavesTheKeyboardAtItsRow) {
     }
 }
 
+TEST_F(ListKeyboard, AReplyComesBackWithItsRowAndLeavesTheListWhereItIs) {
+    for (int number = 0; number < manyRows; ++number) {
+        notify("App " + std::to_string(number));
+    }
+    show(SettingsView::NotificationsTab);
+    press(QStringLiteral("Reply"));
+    type(QStringLiteral("on my way"));
+    auto* list = item(QAccessible::List, QStringLiteral("Notifications"));
+    const auto scrollTo = [this, list](double place) {
+        list->setProperty("contentY", place);
+        settle();
+        settle();
+        return list->property("contentY").toDouble();
+    };
+    EXPECT_EQ(scrollTo(1500), 1500);
+    EXPECT_EQ(find(QAccessible::EditableText, QStringLiteral("Type reply...")), nullptr);
+    EXPECT_EQ(scrollTo(700), 700);
+    EXPECT_EQ(scrollTo(40), 40) << "the row is made again, and does not pull the list to itself";
+    EXPECT_NEAR(scrollTo(0), 0, 8);
+    auto* field = find(QAccessible::EditableText, QStringLiteral("Type reply..."));
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->text(QAccessible::Value), QStringLiteral("on my way"));
+}
+
+TEST_F(ListKeyboard, PagesAndListsScrollByThePageKeys) {
+    for (int number = 0; number < manyRows; ++number) {
+        notify("App");
+        store->addClipboard(textOfRow(number));
+        FileTransferRecord record;
+        record.id = QUuid::createUuid();
+        record.fileName = textOfRow(number);
+        store->addFileTransfer(record);
+    }
+    for (const auto tab : {SettingsView::NotificationsTab, SettingsView::ClipboardTab,
+                           SettingsView::FileDropTab, SettingsView::RemoteTab}) {
+        show(tab);
+        quickView().resize(800, 500);
+        settle();
+        const auto* scroller = quickView().activeFocusItem();
+        ASSERT_TRUE(scroller->inherits("QQuickFlickable")) << tab;
+        for (int press = 0; press < 30; ++press) {
+            type(Qt::Key_PageDown);
+        }
+        EXPECT_TRUE(scroller->property("atYEnd").toBool()) << tab;
+        type(Qt::Key_Home);
+        EXPECT_TRUE(scroller->property("atYBeginning").toBool()) << tab;
+    }
+}
+
 TEST_F(ListKeyboard, ATextThatWasClickedHasNoRing) {
     store->addClipboard(QStringLiteral("some text"));
     show(SettingsView::ClipboardTab);

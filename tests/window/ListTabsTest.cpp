@@ -1,11 +1,15 @@
 #include "ShownWindow.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTemporaryFile>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 using namespace brenvale;
 using testing::HasSubstr;
@@ -149,6 +153,52 @@ TEST_F(FileDropTest, AnEmptyListIsJustThatAndCannotBeCleared) {
     show(SettingsView::FileDropTab);
     EXPECT_TRUE(shows("File Drop"));
     EXPECT_FALSE(shows("Clear History"));
+}
+
+TEST_F(FileDropTest, FilesThatAreDroppedOnItAreSent) {
+    connect();
+    show(SettingsView::FileDropTab);
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(file.fileName())});
+    const QPoint place(600, 400);
+    QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.view(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.view(), &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    settle();
+    ASSERT_EQ(store->fileTransfers.get().size(), 1);
+    EXPECT_TRUE(store->fileTransfers.get().first().isOutgoing);
+}
+
+TEST_F(FileDropTest, ATextThatIsDroppedOnItIsRefused) {
+    show(SettingsView::FileDropTab);
+    QMimeData text;
+    text.setText(QStringLiteral("text"));
+    QDragEnterEvent enter({600, 400}, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.view(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(FileDropTest, APickerIsOneEvenWhereTheWindowIsAnother) {
+    const auto pickers = [] {
+        return std::ranges::count_if(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+            return widget->isVisible() && qobject_cast<const QFileDialog*>(widget) != nullptr;
+        });
+    };
+    show(SettingsView::FileDropTab);
+    ASSERT_TRUE(press("Send Files..."));
+    close();
+    show(SettingsView::FileDropTab);
+    ASSERT_TRUE(press("Send Files..."));
+    EXPECT_EQ(pickers(), 1);
+    for (auto* widget : QApplication::topLevelWidgets()) {
+        widget->close();
+    }
+    settle();
 }
 
 TEST_F(FileDropTest, SendFilesOpensAPickerForSeveralFilesAndSendsWhatItGives) {

@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QQuickItem>
 #include <QScreen>
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -147,6 +148,42 @@ TEST_F(MainWindowTest, FollowsTheDesktopsFontWhileItIsOnShow) {
     EXPECT_EQ(textHeight(), usual);
 }
 
+TEST_F(MainWindowTest, ComesBackMaximisedAndRemembersItsNormalSize) {
+    show(SettingsView::InfoTab);
+    window.view()->resize(900, 600);
+    settle();
+    window.view()->showMaximized();
+    settle();
+    close();
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(window.view()->windowStates().testFlag(Qt::WindowMaximized));
+    close();
+    show(SettingsView::InfoTab);
+    window.view()->showNormal();
+    settle();
+    close();
+    show(SettingsView::InfoTab);
+    EXPECT_FALSE(window.view()->windowStates().testFlag(Qt::WindowMaximized));
+}
+
+TEST_F(MainWindowTest, ComesBackOnAScreenThatExists) {
+    show(SettingsView::InfoTab);
+    window.view()->setGeometry(100'000, 100'000, 900, 600);
+    settle();
+    close();
+    show(SettingsView::InfoTab);
+    EXPECT_TRUE(window.view()->screen()->geometry().intersects(window.view()->geometry()));
+    EXPECT_EQ(window.view()->size(),
+              QSize(900, 600).boundedTo(window.view()->screen()->size()).expandedTo(QSize(800, 500)));
+}
+
+TEST_F(MainWindowTest, ControlAndWCloseIt) {
+    show(SettingsView::InfoTab);
+    QTest::keyClick(window.view(), Qt::Key_W, Qt::ControlModifier);
+    settle();
+    EXPECT_FALSE(window.isVisible());
+}
+
 TEST_F(MainWindowTest, ShowsTheTabThatTheSettingsName) {
     show(SettingsView::InfoTab);
     EXPECT_TRUE(shows("Version 1.0 (Build 1)"));
@@ -179,6 +216,20 @@ TEST_F(SidebarTest, AnUnknownTabSelectsNothingAndAnyEntryRecovers) {
     EXPECT_FALSE(find(QStringLiteral("Call"))->state().selected);
     ASSERT_TRUE(press("Info"));
     EXPECT_TRUE(find(QStringLiteral("Info"))->state().selected);
+}
+
+TEST_F(SidebarTest, AClickGivesItTheKeyboard) {
+    show(SettingsView::InfoTab);
+    const auto place = find(QStringLiteral("Clipboard"))->rect().center() - window.view()->position();
+    QTest::mouseClick(window.view(), Qt::LeftButton, {}, place);
+    settle();
+    ASSERT_EQ(view.selectedTab(), SettingsView::ClipboardTab);
+    QTest::keyClick(window.view(), Qt::Key_Down);
+    settle();
+    EXPECT_EQ(view.selectedTab(), SettingsView::SettingsTab);
+    auto* focused = QAccessible::queryAccessibleInterface(window.view()->activeFocusItem());
+    EXPECT_EQ(focused->text(QAccessible::Name), QStringLiteral("Settings")) << "the entry itself is focused";
+    EXPECT_EQ(focused->role(), QAccessible::ListItem);
 }
 
 TEST_F(SidebarTest, CanBeHiddenAndComesBack) {

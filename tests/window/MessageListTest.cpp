@@ -168,6 +168,52 @@ TEST_F(MessageList, ALongMessageShowsItsBeginningUntilTheUserWantsAll) {
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("Show All")), nullptr);
 }
 
+TEST_F(MessageList, AllOfALongMessageStaysUnfoldedWhereverItStands) {
+    const auto book = QStringLiteral("word ").repeated(20'000);
+    auto messages = thread("1", 40);
+    messages.append({.address = QStringLiteral("1"), .body = book, .date = 100});
+    messages.append({.address = QStringLiteral("1"), .body = QStringLiteral("last"), .date = 101});
+    reportSms(messages);
+    openThread("1");
+    const auto bubble = [&]() -> QQuickItem* {
+        for (auto* item : itemsOf("MessageBubble_QMLTYPE")) {
+            if (item->property("body").toString() == book) {
+                return item;
+            }
+        }
+        return nullptr;
+    };
+    ASSERT_NE(bubble(), nullptr);
+    press(QStringLiteral("Show All"));
+    ASSERT_NE(bubble(), nullptr) << "it stays in sight";
+    EXPECT_GT(bubble()->height(), 5000);
+    EXPECT_NE(item(QAccessible::EditableText, book), nullptr) << "all of it can be marked";
+    list().setProperty("contentY", 0);
+    settle();
+    QMetaObject::invokeMethod(&list(), "positionViewAtIndex", Q_ARG(int, 40), Q_ARG(int, 0));
+    settle();
+    ASSERT_NE(bubble(), nullptr);
+    EXPECT_GT(bubble()->height(), 5000) << "it was away and came back";
+    EXPECT_EQ(find(QAccessible::Button, QStringLiteral("Show All")), nullptr);
+}
+
+TEST_F(MessageList, TheFirstBubbleKeepsItsDistanceFromTheLineAbove) {
+    reportSms(thread("1", 2));
+    openThread("1");
+    double start = list().height();
+    for (const auto* bubble : itemsOf("MessageBubble_QMLTYPE")) {
+        start = std::min(start, bubble->mapToItem(&list(), QPointF()).y());
+    }
+    EXPECT_EQ(start, 12);
+    reportSms(thread("1", 60));
+    settleGlide();
+    double end = 0;
+    for (const auto* bubble : itemsOf("MessageBubble_QMLTYPE")) {
+        end = std::max(end, bubble->mapToItem(&list(), QPointF(0, bubble->height())).y());
+    }
+    EXPECT_NEAR(end, list().height() - 12, 1);
+}
+
 TEST_F(MessageList, ALongWordStaysInsideItsBubble) {
     reportSms({{.address = QStringLiteral("1"), .body = QString(500, u'x'), .date = 1}});
     openThread("1");

@@ -89,6 +89,44 @@ TEST_F(MessagesTab, ANumberThatIsTypedCanBeWrittenTo) {
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("New message to +12")), nullptr);
 }
 
+TEST_F(MessagesTab, TheNumberIsTheFirstRowOfTheList) {
+    reportSms({sms("12", 2, "Hi"), sms("13", 1, "Ho")});
+    open();
+    click(field("To: Search or type number…"));
+    type(QStringLiteral("1"));
+    focus("New message to 1");
+    type(Qt::Key_Down);
+    EXPECT_TRUE(hasFocus("Conversations"));
+    EXPECT_FALSE(hasFocus("New message to 1"));
+    type(Qt::Key_Down);
+    type(Qt::Key_Up);
+    EXPECT_FALSE(hasFocus("New message to 1")) << "that is the first conversation";
+    type(Qt::Key_Up);
+    EXPECT_TRUE(hasFocus("New message to 1"));
+    EXPECT_LT(item(QAccessible::Button, QStringLiteral("New message to 1"))->mapToScene({}).y(),
+              itemsOf("ConversationRow_QMLTYPE").first()->mapToScene({}).y());
+    type(Qt::Key_Return);
+    EXPECT_EQ(view.activeRecipientText(), QStringLiteral("1"));
+    EXPECT_TRUE(hasFocus("Text Message"));
+}
+
+TEST_F(MessagesTab, ControlAndFLeadToTheSearchFromAnyTab) {
+    show(SettingsView::InfoTab);
+    type(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
+    type(QStringLiteral("ab"));
+    EXPECT_EQ(view.contactQuery(), QStringLiteral("ab"));
+    type(Qt::Key_Escape);
+    EXPECT_EQ(view.contactQuery(), QString());
+    EXPECT_TRUE(hasFocus("To: Search or type number…"));
+}
+
+TEST_F(MessagesTab, TheOpenThreadIsWhereOneTypesWhenTheTabShows) {
+    openThread("1");
+    type(QStringLiteral("yes"));
+    EXPECT_EQ(view.chatText(), QStringLiteral("yes"));
+}
+
 TEST_F(MessagesTab, TheSearchIsClearedByItsButton) {
     reportSms({sms("1", 1, "Hi")});
     open();

@@ -1,5 +1,8 @@
 #include "ShownWindow.h"
 
+#include <QQuickItem>
+#include <QTest>
+
 using namespace brenvale;
 
 namespace {
@@ -29,6 +32,9 @@ TEST_F(SettingsTabTest, WithAPhoneItShowsWhoItIs) {
     store->batteryLevel.set(19);
     settle();
     EXPECT_TRUE(shows("Pixel"));
+    EXPECT_TRUE(shows("19%, charging"));
+    store->isCharging.set(false);
+    settle();
     EXPECT_TRUE(shows("19%"));
 }
 
@@ -47,6 +53,31 @@ TEST_F(SettingsTabTest, ThePortComesBeforeItsRestart) {
     view.commitPort(QStringLiteral("9000"));
     settle();
     EXPECT_LT(find(QStringLiteral("Port"))->rect().left(), find(QStringLiteral("Restart"))->rect().left());
+}
+
+TEST_F(SettingsTabTest, RestartShowsWhileOneTypesAndTabLandsOnIt) {
+    show(SettingsView::SettingsTab);
+    QQuickItem* field = nullptr;
+    for (auto* item : window.view()->rootObject()->findChildren<QQuickItem*>()) {
+        field = QByteArray(item->metaObject()->className()).startsWith("PortField") ? item : field;
+    }
+    ASSERT_NE(field, nullptr);
+    const auto place = field->mapToScene({});
+    field->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(window.view(), Qt::Key_Backspace);
+    settle();
+    EXPECT_TRUE(shows("Restart"));
+    EXPECT_EQ(field->mapToScene({}), place) << "its room is reserved";
+    QTest::keyClick(window.view(), Qt::Key_Tab);
+    settle();
+    auto* button = QAccessible::queryAccessibleInterface(window.view()->activeFocusItem());
+    ASSERT_EQ(button->text(QAccessible::Name), QStringLiteral("Restart"));
+    const auto starts = transport.ports.size();
+    QTest::keyClick(window.view(), Qt::Key_Return);
+    settle();
+    EXPECT_EQ(transport.ports.size(), starts + 1);
+    EXPECT_FALSE(shows("Restart"));
+    EXPECT_EQ(window.view()->activeFocusItem(), field) << "what hides passes the keyboard on";
 }
 
 TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
@@ -102,4 +133,9 @@ TEST_F(InfoTabTest, TellsWhatItIsAndWhoMakesIt) {
     EXPECT_TRUE(shows("Description"));
     EXPECT_TRUE(shows("Visit Profile"));
     EXPECT_TRUE(shows("Support via Paylane"));
+}
+
+TEST_F(InfoTabTest, ALinkIsALink) {
+    show(SettingsView::InfoTab);
+    EXPECT_EQ(find(QStringLiteral("Visit Profile"))->role(), QAccessible::Link);
 }

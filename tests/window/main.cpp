@@ -1,6 +1,23 @@
+#include "fakes/QmlWarnings.h"
+
 #include <QApplication>
 
 #include <gmock/gmock.h>
+
+using namespace brenvale;
+
+namespace {
+
+/// Fails a test during which QML complained.
+class WarningsFail final : public testing::EmptyTestEventListener {
+    void OnTestEnd(const testing::TestInfo& /*test*/) override {
+        for (const auto& warning : QmlWarnings::take()) {
+            ADD_FAILURE() << warning.toStdString();
+        }
+    }
+};
+
+} // namespace
 
 #ifdef __SANITIZE_ADDRESS__
 /// The toolkit keeps what it draws with until the process ends, and gives none of it back.
@@ -15,5 +32,10 @@ int main(int argc, char* argv[]) {
     qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QmlWarnings::collect();
+    auto& listeners = testing::UnitTest::GetInstance()->listeners();
+    auto* printer = listeners.Release(listeners.default_result_printer());
+    listeners.Append(new WarningsFail); // before the printer, which tells how the test ended
+    listeners.Append(printer);
     return RUN_ALL_TESTS();
 }

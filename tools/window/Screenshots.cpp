@@ -6,24 +6,14 @@
 #include "calls/QmlCallPanel.h"
 #include "shell/QmlMainWindow.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QFontInfo>
-#include <QPalette>
 #include <QQuickView>
 
 namespace brenvale {
 
 namespace {
-
-QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text, const QColor& highlight) {
-    QPalette palette(text, window, window.lighter(), window.darker(), window.darker(110), text, Qt::white,
-                     base, window);
-    palette.setColor(QPalette::Highlight, highlight);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
 
 bool takeScreenshot(TestView& test, const QString& file) {
     QmlMainWindow window(test.view);
@@ -80,30 +70,7 @@ bool takePanelScreenshots(TestView& test, const QString& start) {
     return isGood;
 }
 
-/// In the ordinary size of text, and in one and a half times that.
-bool takeAllPanelScreenshots(const QString& folder) {
-    TestView test;
-    const auto ordinary = QApplication::font();
-    auto large = ordinary;
-    large.setPixelSize(QFontInfo(ordinary).pixelSize() * 3 / 2);
-    const bool isGood = takePanelScreenshots(test, folder + QStringLiteral("/panel-"));
-    QApplication::setFont(large);
-    const bool isLargeGood = takePanelScreenshots(test, folder + QStringLiteral("/panel-large-text-"));
-    QApplication::setFont(ordinary);
-    return isGood && isLargeGood;
-}
-
 } // namespace
-
-void useLightPalette() {
-    QApplication::setPalette(
-        paletteOf(QColor(0xef, 0xf0, 0xf1), Qt::white, QColor(0x23, 0x26, 0x29), QColor(0x2a, 0x7a, 0xd2)));
-}
-
-void useDarkPalette() {
-    QApplication::setPalette(paletteOf(QColor(0x24, 0x26, 0x29), QColor(0x2f, 0x32, 0x36),
-                                       QColor(0xf2, 0xf3, 0xf4), QColor(0x35, 0x84, 0xe4)));
-}
 
 bool takeScreenshots(const QString& folder) {
     if (!QDir().mkpath(folder)) {
@@ -122,7 +89,8 @@ bool takeScreenshots(const QString& folder) {
             }
         }
     }
-    return takeAllPanelScreenshots(folder);
+    TestView test;
+    return takePanelScreenshots(test, folder + QStringLiteral("/panel-"));
 }
 
 } // namespace brenvale

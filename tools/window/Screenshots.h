@@ -4,13 +4,9 @@
 
 namespace brenvale {
 
-/// Stores a picture of every tab in every sample state, in the palette and the scale of this process, as
+/// Stores a picture of every tab in every sample state, in the look and the scale of this process, as
 /// FOLDER/TAB-STATE.png, and those of the call panels as FOLDER/panel-….png. False where a picture cannot be
 /// written.
 [[nodiscard]] bool takeScreenshots(const QString& folder);
-
-/// The palettes that pictures are taken in.
-void useLightPalette();
-void useDarkPalette();
 
 } // namespace brenvale

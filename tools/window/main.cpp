@@ -1,5 +1,8 @@
+#include "ContactSheets.h"
+#include "Looks.h"
 #include "SampleStates.h"
 #include "Screenshots.h"
+#include "fakes/QmlWarnings.h"
 #include "shell/QmlMainWindow.h"
 
 #include <QApplication>
@@ -9,34 +12,62 @@
 
 #include <cstdlib>
 #include <ranges>
+#include <vector>
 
 using namespace brenvale;
 
 namespace {
 
-/// Scale and palette hold for a process: each combination gets one of its own.
+/// How the window is looked at: on a screen of a scale, with larger text.
+struct Way {
+    QString name;
+    QString scale;
+    QString textScale;
+};
+
+const std::vector<Way>& ways() {
+    static const std::vector<Way> all{
+        {QStringLiteral("100"), QStringLiteral("1"), QStringLiteral("1")},
+        {QStringLiteral("150"), QStringLiteral("1.5"), QStringLiteral("1")},
+        {QStringLiteral("200"), QStringLiteral("2"), QStringLiteral("1")},
+        {QStringLiteral("large-text"), QStringLiteral("1"), QStringLiteral("1.5")}};
+    return all;
+}
+
+/// Look and scale hold for a process: each combination gets one of its own.
+bool takeScreenshotsInProcess(const QString& folder, const QString& look, const Way& way) {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), way.scale);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--one"), QStringLiteral("%1/%2-%3").arg(folder, look, way.name),
+                   QStringLiteral("--look"), look, QStringLiteral("--text"), way.textScale});
+    return process.waitForFinished(300'000) && process.exitStatus() == QProcess::NormalExit &&
+           process.exitCode() == EXIT_SUCCESS;
+}
+
 int takeAllScreenshots(const QString& folder) {
-    for (const bool isDark : {false, true}) {
-        for (const auto* scale : {"1", "2"}) {
-            auto environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
-            QProcess process;
-            process.setProcessEnvironment(environment);
-            process.setProcessChannelMode(QProcess::ForwardedChannels);
-            const auto palette = isDark ? QStringLiteral("dark") : QStringLiteral("light");
-            QStringList arguments{
-                QStringLiteral("--one"),
-                QStringLiteral("%1/%2-%3").arg(folder, palette, QString::fromLatin1(scale))};
-            if (isDark) {
-                arguments.append(QStringLiteral("--dark"));
-            }
-            process.start(QCoreApplication::applicationFilePath(), arguments);
-            if (!process.waitForFinished(300'000) || process.exitCode() != EXIT_SUCCESS) {
+    QStringList columns;
+    for (const auto& look : looks()) {
+        for (const auto& way : ways()) {
+            if (!takeScreenshotsInProcess(folder, look.name, way)) {
                 return EXIT_FAILURE;
             }
         }
+        columns.append(look.name + QStringLiteral("-100"));
     }
-    return EXIT_SUCCESS;
+    for (const auto& way : ways() | std::views::drop(1)) {
+        columns.append(looks()[columns.size() % 2].name + u'-' + way.name);
+    }
+    return writeContactSheets(folder, columns) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+/// What QML complains about is a fault of the picture too.
+int takeTheseScreenshots(const QString& folder) {
+    QmlWarnings::collect();
+    return takeScreenshots(folder) && QmlWarnings::take().isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 int showWindow(const QString& stateName) {
@@ -66,20 +97,26 @@ int main(int argc, char* argv[]) {
     parser.setApplicationDescription(
         QStringLiteral("Shows the main window with sample data, or pictures of it."));
     parser.addHelpOption();
-    parser.addOptions({{QStringLiteral("screenshots"), QStringLiteral("Pictures of all into <folder>."),
-                        QStringLiteral("folder")},
-                       {QStringLiteral("one"), QStringLiteral("Those of this palette and scale."),
-                        QStringLiteral("folder")},
-                       {QStringLiteral("state"), QStringLiteral("The sample to show."),
-                        QStringLiteral("state"), QStringLiteral("many")},
-                       {QStringLiteral("dark"), QStringLiteral("In a dark palette.")}});
+    parser.addOptions(
+        {{QStringLiteral("screenshots"), QStringLiteral("Pictures of all into <folder>."),
+          QStringLiteral("folder")},
+         {QStringLiteral("one"), QStringLiteral("Those of this look and scale."), QStringLiteral("folder")},
+         {QStringLiteral("state"), QStringLiteral("The sample to show."), QStringLiteral("state"),
+          QStringLiteral("many")},
+         {QStringLiteral("look"), QStringLiteral("The desktop to look like."), QStringLiteral("look"),
+          looks().front().name},
+         {QStringLiteral("text"), QStringLiteral("How large text is, 1 as usual."), QStringLiteral("scale"),
+          QStringLiteral("1")}});
     parser.process(application);
     if (parser.isSet(QStringLiteral("screenshots"))) {
         return takeAllScreenshots(parser.value(QStringLiteral("screenshots")));
     }
-    parser.isSet(QStringLiteral("dark")) ? useDarkPalette() : useLightPalette();
+    if (!useLook(parser.value(QStringLiteral("look")), parser.value(QStringLiteral("text")).toDouble())) {
+        std::fputs("There is no such look.\n", stderr);
+        return EXIT_FAILURE;
+    }
     if (parser.isSet(QStringLiteral("one"))) {
-        return takeScreenshots(parser.value(QStringLiteral("one"))) ? EXIT_SUCCESS : EXIT_FAILURE;
+        return takeTheseScreenshots(parser.value(QStringLiteral("one")));
     }
     return showWindow(parser.value(QStringLiteral("state")));
 }

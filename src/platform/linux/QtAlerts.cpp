@@ -1,6 +1,7 @@
 #include "platform/linux/QtAlerts.h"
 
 #include "platform/StandardError.h"
+#include "platform/linux/DialogLook.h"
 #include "platform/linux/WindowActivation.h"
 
 #include <QGuiApplication>
@@ -40,6 +41,7 @@ QMessageBox* makeBox(const Alert& alert) {
     auto* box = new QMessageBox;
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(QStringLiteral("Brenvale"));
+    useProgramIcon(*box);
     box->setIcon(alert.style == Alert::Style::warning ? QMessageBox::Warning : QMessageBox::Information);
     box->setTextFormat(Qt::PlainText);
     box->setText(alert.messageText);
@@ -56,6 +58,9 @@ QList<QAbstractButton*> addButtons(QMessageBox& box, const QStringList& titles) 
             box.addButton(title, buttons.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
         if (buttons.isEmpty()) {
             box.setDefaultButton(button);
+            makeProminent(*button);
+        } else {
+            makePlain(*button);
         }
         box.setEscapeButton(button);
         buttons.append(button);

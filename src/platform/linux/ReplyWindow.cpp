@@ -1,5 +1,6 @@
 #include "platform/linux/ReplyWindow.h"
 
+#include "platform/linux/DialogLook.h"
 #include "platform/linux/WindowActivation.h"
 
 #include <QApplication>
@@ -20,23 +21,19 @@ constexpr int spacing = 8;
 constexpr int textWidth = 400;
 constexpr int longestReply = 1'000'000;
 
-/// One line of the notification that is being answered, cut with an ellipsis where it is too long.
-QLabel* reminderLine(const QString& text, QWidget* parent) {
+constexpr int linesOfMessage = 4;
+
+/// What is being answered, cut with an ellipsis where it is too long.
+QLabel* reminder(const QString& text, int mostLines, QFont::Weight weight, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setFixedWidth(textWidth);
     label->ensurePolished();
-    label->setText(label->fontMetrics().elidedText(text.simplified(), Qt::ElideRight, textWidth));
-    label->setVisible(!text.isEmpty());
-    return label;
-}
-
-QLabel* heading(const QString& text, QWidget* parent) {
-    auto* label = reminderLine(text, parent);
     auto font = label->font();
-    font.setWeight(QFont::DemiBold);
+    font.setWeight(weight);
     label->setFont(font);
-    label->setText(QFontMetrics(font).elidedText(text.simplified(), Qt::ElideRight, textWidth));
+    label->setText(wrapped(text, font, textWidth, mostLines));
+    label->setVisible(!text.isEmpty());
     return label;
 }
 
@@ -47,13 +44,14 @@ ReplyWindow::ReplyWindow(const TextInputNotificationAction& action, const Notifi
     : QWidget(nullptr, Qt::Dialog), send_(std::move(send)), field_(new QLineEdit(this)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(action.title);
+    useProgramIcon(*this);
 
     field_->setPlaceholderText(action.textInputPlaceholder);
     field_->setAccessibleName(action.title);
     field_->setMaxLength(longestReply);
     connect(field_, &QLineEdit::returnPressed, this, &ReplyWindow::sendAndClose);
     auto* button = new QPushButton(action.textInputButtonTitle, this);
-    button->setAutoDefault(true);
+    makeProminent(*button);
     connect(button, &QPushButton::clicked, this, &ReplyWindow::sendAndClose);
 
     auto* inputRow = new QHBoxLayout;
@@ -66,8 +64,8 @@ ReplyWindow::ReplyWindow(const TextInputNotificationAction& action, const Notifi
     rows->setContentsMargins(padding, padding, padding, padding);
     rows->setSpacing(spacing);
     rows->setSizeConstraint(QLayout::SetFixedSize);
-    rows->addWidget(heading(hasSubtitle ? content.subtitle : content.title, this));
-    rows->addWidget(reminderLine(content.body, this));
+    rows->addWidget(reminder(hasSubtitle ? content.subtitle : content.title, 1, QFont::DemiBold, this));
+    rows->addWidget(reminder(content.body, linesOfMessage, QFont::Normal, this));
     rows->addSpacing(spacing);
     rows->addLayout(inputRow);
 }
