@@ -23,7 +23,7 @@ GFileType caja_file_info_get_file_type(CajaFileInfo* file);
 GFile* caja_file_info_get_location(CajaFileInfo* file);
 G_MODULE_EXPORT void caja_module_initialize(GTypeModule* module);
 G_MODULE_EXPORT void caja_module_shutdown();
-G_MODULE_EXPORT void caja_module_list_types(const GType** types, int* count);
+G_MODULE_EXPORT void caja_module_list_types(const GType** types, int* num_types);
 }
 
 #define HOST(name)                                                                                           \

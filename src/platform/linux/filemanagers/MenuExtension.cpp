@@ -45,7 +45,8 @@ TextList addressesOf(GList* files) {
     return TextList(reinterpret_cast<char**>(g_ptr_array_free(addresses, FALSE)));
 }
 
-/// The program has answered, or never will. The connection was kept for this: without it the call would not leave.
+/// The program has answered, or never will. The connection was kept for this: without it the call would not
+/// leave.
 void endCall(GObject* bus, GAsyncResult* result, gpointer /*data*/) {
     if (auto* const answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, nullptr)) {
         g_variant_unref(answer);
@@ -66,7 +67,8 @@ void openOverBus(GObject* /*source*/, GAsyncResult* result, gpointer addresses) 
 
 /// The entry was chosen.
 void send(HostMenuItem* /*item*/, gpointer addresses) {
-    g_bus_get(G_BUS_TYPE_SESSION, nullptr, openOverBus, g_strdupv(static_cast<char**>(addresses)));
+    g_bus_get(G_BUS_TYPE_SESSION, nullptr, openOverBus,
+              static_cast<gpointer>(g_strdupv(static_cast<char**>(addresses))));
 }
 
 void releaseAddresses(gpointer addresses, GClosure* /*closure*/) {
@@ -80,8 +82,8 @@ GList* makeItems(GList* files) {
     }
     auto* const item = HOST(menu_item_new)("Brenvale::send", "Send to Android",
                                            "Send the selected files to the phone", "org.brenvale.Brenvale");
-    g_signal_connect_data(item, "activate", reinterpret_cast<GCallback>(send), addresses.release(),
-                          releaseAddresses, GConnectFlags{});
+    g_signal_connect_data(item, "activate", reinterpret_cast<GCallback>(send),
+                          static_cast<gpointer>(addresses.release()), releaseAddresses, GConnectFlags{});
     return g_list_append(nullptr, item);
 }
 
@@ -111,7 +113,7 @@ void HOST(module_initialize)(GTypeModule* module) {
 
 void HOST(module_shutdown)() {}
 
-void HOST(module_list_types)(const GType** types, int* count) {
+void HOST(module_list_types)(const GType** types, int* num_types) { // by the file managers' own names
     *types = &registeredType();
-    *count = 1;
+    *num_types = 1;
 }
