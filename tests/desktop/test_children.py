@@ -125,7 +125,7 @@ class ChildrenTest(unittest.TestCase):
         told = self.install('xdg-open')
         self.launch()
         window = self.open_tab('info')
-        window.press('push button', 'Visit Profile')
+        window.press('link', 'Visit Profile')
         pid, arguments = self.child(told)
         self.assertEqual(arguments, ['https://brenvale.example/developers'])
         self.assert_shares_nothing(pid)
