@@ -15,7 +15,7 @@ Item {
         anchors.fill: parent
         sourceSize.width: avatar.width
         sourceSize.height: avatar.height
-        source: `image://symbol/gradient/${avatar.shade(Theme.blue)}/${avatar.shade(Theme.purple)}`
+        source: `image://symbol/gradient/${avatar.shade(Theme.blueFill)}/${avatar.shade(Theme.purple)}`
         Accessible.ignored: true
     }
     Text {

@@ -13,7 +13,7 @@ Item {
     property bool isCurrent: false
     required property int index
     signal allWanted
-    readonly property color bubbleColor: isSent ? Theme.strengthened(Theme.blue, Theme.white) : Theme.controlBackground
+    readonly property color bubbleColor: isSent ? Theme.blueFill : Theme.controlBackground
     readonly property color textColor: isSent ? Theme.white : Theme.primary
     readonly property real mostTextWidth: Math.min(0.82 * (width - 2 * 12), 640) - 2 * 12
 

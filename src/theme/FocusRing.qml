@@ -12,6 +12,6 @@ Rectangle {
     radius: Theme.controlRadius + Theme.focusRingWidth + 1
     color: "transparent"
     border.width: Theme.focusRingWidth
-    border.color: Theme.tint
+    border.color: Theme.focusRing
     visible: isShown
 }

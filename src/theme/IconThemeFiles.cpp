@@ -88,7 +88,7 @@ const QStringList& symbolNames() {
 }
 
 QString themeOfOneHand(const QString& theme, const QStringList& searchPaths) {
-    const auto fallback = QStringLiteral("breeze");
+    auto fallback = QStringLiteral("breeze");
     if (theme.isEmpty() || theme.startsWith(fallback)) {
         return fallback;
     }

@@ -74,7 +74,7 @@ void Keyboard::setTab(QQuickItem* tab) {
     // Whoever walks through the tabs by keyboard stays there.
     const auto* owner = window() == nullptr ? nullptr : window()->activeFocusItem();
     const bool isTaken = isUsable(owner) && isOutsideTab() && !isNobody(*owner) &&
-                         !(before && (owner == before || before->isAncestorOf(owner)));
+                         !(before != nullptr && (owner == before || before->isAncestorOf(owner)));
     if (!isTaken || (place->isEager && cameByPointer(*owner))) {
         place->goHome();
     }
@@ -82,12 +82,12 @@ void Keyboard::setTab(QQuickItem* tab) {
 
 void Keyboard::itemChange(ItemChange change, const ItemChangeData& data) {
     if (change == ItemSceneChange) {
-        if (watched_) {
+        if (watched_ != nullptr) {
             watched_->removeEventFilter(this);
             watched_->disconnect(this);
         }
         watched_ = data.window;
-        if (watched_) {
+        if (watched_ != nullptr) {
             watched_->installEventFilter(this);
             connect(watched_, &QQuickWindow::activeFocusItemChanged, this, &Keyboard::ownerChanged);
         }
@@ -113,7 +113,7 @@ void Keyboard::ownerChanged() {
 }
 
 void Keyboard::adopt(QQuickItem& owner) {
-    if (!path_.empty() && path_.front()) {
+    if (!path_.empty() && path_.front() != nullptr) {
         path_.front()->disconnect(this);
     }
     path_.clear();
@@ -158,12 +158,12 @@ void Keyboard::recoverIfGone() {
 }
 
 bool Keyboard::isNobody(const QQuickItem& owner) const {
-    return owner.isAncestorOf(this) || (tab_ && owner.isAncestorOf(tab_));
+    return owner.isAncestorOf(this) || (tab_ != nullptr && owner.isAncestorOf(tab_));
 }
 
 bool Keyboard::isOutsideTab() const {
-    const auto* owner = watched_ ? watched_->activeFocusItem() : nullptr;
-    return owner == nullptr || !tab_ || (owner != tab_ && !tab_->isAncestorOf(owner));
+    const auto* owner = watched_ != nullptr ? watched_->activeFocusItem() : nullptr;
+    return owner == nullptr || tab_ == nullptr || (owner != tab_ && !tab_->isAncestorOf(owner));
 }
 
 bool Keyboard::passToTab(int key, int modifiers, const QString& text) {
@@ -192,8 +192,9 @@ bool Keyboard::takeUnwanted(int key, int modifiers, const QString& text) {
         return true;
     }
     auto* owner = isOutsideTab() ? tab_.data() : watched_->activeFocusItem();
-    auto* scroller =
-        owner == nullptr || !tab_ || modifiers != Qt::NoModifier ? nullptr : scrollerFor(*owner, *tab_);
+    auto* scroller = owner == nullptr || tab_ == nullptr || modifiers != Qt::NoModifier
+                         ? nullptr
+                         : scrollerFor(*owner, *tab_);
     return scroller != nullptr && scrollByKey(*scroller, key);
 }
 

@@ -52,7 +52,7 @@ void goToFarEnd(QQuickItem& flickable, const char* operation) {
 void bringIntoSight(QQuickItem& item, QQuickItem& flickable) {
     auto* content = flickable.property("contentItem").value<QQuickItem*>();
     const auto itemTop = item.mapToItem(content, QPointF()).y() - sightMargin;
-    const auto itemEnd = itemTop + item.height() + 2 * sightMargin;
+    const auto itemEnd = itemTop + item.height() + (2 * sightMargin);
     const auto place = number(flickable, "contentY");
     if (itemTop < place) {
         scrollTo(flickable, itemTop);

@@ -76,7 +76,10 @@ QtObject {
     readonly property color tintFill: strengthened(tint, textOnTint)
     readonly property color selection: isHighContrast ? withOpacity(tint, 0.4) : withOpacity(tint, 0.22)
 
-    // One blue a window.
+    readonly property color focusRing: readable(tint, 3)
+
+    // One blue a window: below white text, and by itself.
+    readonly property color blueFill: strengthened(isTintBlue ? tint : isDark ? "#3d8bff" : "#0a6cff", white)
     readonly property bool isTintBlue: tint.hslHue > 0.52 && tint.hslHue < 0.7 && tint.hslSaturation > 0.35
     readonly property color blue: isTintBlue ? readable(tint, 3) : isDark ? "#3d8bff" : "#0a6cff"
     readonly property color green: isDark ? "#32c759" : "#1f9d3f"

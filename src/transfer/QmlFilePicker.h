@@ -18,7 +18,7 @@ public:
 
     /// Shows the picker and returns; one that is open comes to the front. What the user takes is sent by
     /// `view`, in the picker's order, whatever the window shows by then.
-    Q_INVOKABLE void open(brenvale::SettingsView* view);
+    Q_INVOKABLE static void open(brenvale::SettingsView* view);
 };
 
 } // namespace brenvale

@@ -81,7 +81,7 @@ private:
 };
 
 double luminance(const QColor& colour) {
-    return 0.2126 * colour.redF() + 0.7152 * colour.greenF() + 0.0722 * colour.blueF();
+    return (0.2126 * colour.redF()) + (0.7152 * colour.greenF()) + (0.0722 * colour.blueF());
 }
 
 } // namespace

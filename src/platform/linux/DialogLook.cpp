@@ -20,8 +20,8 @@ double luminance(const QColor& colour) {
     const auto linear = [](double part) {
         return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
     };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
+    return (0.2126 * linear(colour.redF())) + (0.7152 * linear(colour.greenF())) +
+           (0.0722 * linear(colour.blueF()));
 }
 
 double contrast(const QColor& one, const QColor& other) {
@@ -35,7 +35,7 @@ QColor tintBelow(const QColor& text, const QColor& tint) {
     auto fill = tint;
     for (double share = 0.02; share <= 1 && contrast(text, fill) < readable; share += 0.02) {
         const auto moved = [share, far](double part) {
-            return static_cast<float>(part + (far - part) * share);
+            return static_cast<float>(part + ((far - part) * share));
         };
         fill = QColor::fromRgbF(moved(tint.redF()), moved(tint.greenF()), moved(tint.blueF()));
     }
