@@ -83,7 +83,7 @@ public:
     }
 
     /// False where nobody observes it.
-    bool change() const {
+    [[nodiscard]] bool change() const {
         const auto observer = observer_.lock();
         if (observer) {
             (*observer)();

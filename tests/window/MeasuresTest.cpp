@@ -19,7 +19,7 @@ struct Measures : testing::Test, TestWindow {
         QApplication::setFont(font_);
     }
 
-    void use(const char* window, const char* base, const char* text, const char* highlight) {
+    static void use(const char* window, const char* base, const char* text, const char* highlight) {
         QPalette palette((QColor(text)), QColor(window));
         palette.setColor(QPalette::WindowText, QColor(text));
         palette.setColor(QPalette::Base, QColor(base));
@@ -28,7 +28,7 @@ struct Measures : testing::Test, TestWindow {
         QApplication::setPalette(palette);
     }
 
-    void useBreezeDark() { use("#2a2e32", "#1b1e20", "#fcfcfc", "#3daee9"); }
+    static void useBreezeDark() { use("#2a2e32", "#1b1e20", "#fcfcfc", "#3daee9"); }
 
     void useText(double scale) {
         auto font = font_;

@@ -20,8 +20,8 @@ bool writeContactSheets(const QString& folder, const QStringList& columns) {
     for (const auto& entry : SettingsView::sidebarTabs()) {
         const auto tab =
             entry.toMap().value(QStringLiteral("label")).toString().toLower().replace(u' ', u'-');
-        QImage sheet(static_cast<int>(columns.size()) * (cellWidth + gap) + gap,
-                     titleHeight + static_cast<int>(sampleStates().size()) * (cellHeight + gap) + gap,
+        QImage sheet((static_cast<int>(columns.size()) * (cellWidth + gap)) + gap,
+                     titleHeight + (static_cast<int>(sampleStates().size()) * (cellHeight + gap)) + gap,
                      QImage::Format_RGB32);
         sheet.fill(Qt::gray);
         QPainter painter(&sheet);

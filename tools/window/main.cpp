@@ -59,7 +59,7 @@ int takeAllScreenshots(const QString& folder) {
         columns.append(look.name + QStringLiteral("-100"));
     }
     for (const auto& way : ways() | std::views::drop(1)) {
-        columns.append(looks()[columns.size() % 2].name + u'-' + way.name);
+        columns.append(looks()[static_cast<std::size_t>(columns.size() % 2)].name + u'-' + way.name);
     }
     return writeContactSheets(folder, columns) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

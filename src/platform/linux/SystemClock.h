@@ -16,7 +16,7 @@ public:
     [[nodiscard]] double uptime() const override {
         timespec time{};
         (void)::clock_gettime(CLOCK_BOOTTIME, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+        return static_cast<double>(time.tv_sec) + (static_cast<double>(time.tv_nsec) * 1e-9);
     }
 };
 

@@ -27,7 +27,7 @@ struct DefaultProgramTest : testing::Test {
                  const QByteArray& more = {}) const {
         const auto program = root.filePath(QStringLiteral("bin/") + QString(name).replace(u'/', u'-'));
         write(program.mid(root.path().size() + 1), "#!/bin/true\n");
-        QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         write(data + QStringLiteral("/applications/") + name + QStringLiteral(".desktop"),
               "[Desktop Entry]\nExec=" + program.toUtf8() + " %u\n" + more);
     }
