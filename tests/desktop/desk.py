@@ -111,6 +111,11 @@ class Desk:
         options = {'check': True, 'timeout': DEADLINE} | options
         return subprocess.run(command, env=self.env, stdout=subprocess.PIPE, text=True, **options).stdout
 
+    def window_tree(self):
+        """All windows of the display, as xwininfo tells them: it fails where one goes while it looks."""
+        tree = lambda: subprocess.run(['xwininfo', '-root', '-tree'], env=self.env, capture_output=True, text=True)
+        return wait_until(lambda: (seen := tree()).returncode == 0 and seen.stdout, 'a list of all windows')
+
     def start_notifier(self, kind):
         """One of the real notification servers."""
         program, *arguments = NOTIFIERS[kind]

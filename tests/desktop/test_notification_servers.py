@@ -220,7 +220,7 @@ class RealServersTest(ServersTest):
 
     def shows_window(self, kind, title):
         self.start_with(kind)
-        windows = lambda: self.desk.run('xwininfo', '-root', '-tree').count(title)
+        windows = lambda: self.desk.window_tree().count(title)
         before = windows()
         self.post(self.phone, '1 < 2 & <3', title='Ann & Bob')
         wait_until(lambda: windows() > before, 'the bubble')

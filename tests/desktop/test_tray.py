@@ -185,7 +185,7 @@ class OldTrayTest(TrayTest):
     """The kind of tray that embeds windows, on X11."""
 
     def embedded(self):
-        return self.desk.run('xwininfo', '-root', '-tree').count('"brenvale" "brenvale"')
+        return self.desk.window_tree().count('"brenvale" "brenvale"')
 
     def start_panel(self):
         try:

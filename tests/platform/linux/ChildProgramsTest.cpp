@@ -17,6 +17,8 @@
 #include <unistd.h>
 
 using brenvale::ChildPrograms;
+using testing::AnyOf;
+using testing::Each;
 using testing::ElementsAre;
 
 namespace {
@@ -55,10 +57,10 @@ struct ChildProgramsTest : testing::Test {
 } // namespace
 
 TEST_F(ChildProgramsTest, AChildHasNoneOfOurDescriptors) {
-    const auto descriptors = linesOf(
-        QStringLiteral("for entry in 0 2; do readlink /proc/$$/fd/$entry; done; ls /proc/$$/fd | wc -l"));
-    // The fourth is where the shell keeps its own output while it writes to the FIFO.
-    EXPECT_THAT(descriptors, ElementsAre("/dev/null", "/dev/null", testing::AnyOf("3", "4")));
+    const auto descriptors =
+        linesOf(QStringLiteral("for entry in /proc/$$/fd/*; do readlink \"$entry\"; done"));
+    EXPECT_GE(descriptors.size(), 3);
+    EXPECT_THAT(descriptors, Each(AnyOf("/dev/null", told.toUtf8()))) << "and the FIFO of its output";
 }
 
 TEST_F(ChildProgramsTest, AChildIsInASessionOfItsOwnAtHomeWithoutBlockedSignals) {
