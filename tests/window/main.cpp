@@ -1,4 +1,5 @@
 #include "fakes/QmlWarnings.h"
+#include "fakes/Sanitized.h"
 
 #include <QApplication>
 
@@ -19,7 +20,7 @@ class WarningsFail final : public testing::EmptyTestEventListener {
 
 } // namespace
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef BRENVALE_SANITIZED
 /// The toolkit keeps what it draws with until the process ends, and gives none of it back.
 extern "C" const char* __asan_default_options() { // NOLINT: the sanitizer's name
     return "detect_leaks=0";
