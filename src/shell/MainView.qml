@@ -78,7 +78,7 @@ Rectangle {
     Keyboard {
         id: keyboard
 
-        tab: detail.item
+        tab: detail.item as Item
     }
     Sidebar {
         id: sidebar

@@ -10,6 +10,7 @@ namespace brenvale {
 /// What an item declares of the keyboard, as `Keyboard.home`, for itself and what stands in it. On main.
 class KeyboardPlace final : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     Q_PROPERTY(QQuickItem* home READ home WRITE setHome NOTIFY changed)
     Q_PROPERTY(bool isEager MEMBER isEager NOTIFY changed)
 
