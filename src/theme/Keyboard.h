@@ -8,7 +8,7 @@
 namespace brenvale {
 
 /// What an item declares of the keyboard, as `Keyboard.home`, for itself and what stands in it. On main.
-class KeyboardPlace final : public QObject {
+class KeyboardPlace : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(QQuickItem* home READ home WRITE setHome NOTIFY changed)
