@@ -35,8 +35,9 @@ LayoutReader::~LayoutReader() {
     }
 }
 
-std::set<quint32> LayoutReader::keysyms() const {
-    return settled_.hasExpired() ? keysyms_ : std::set<quint32>();
+const std::set<quint32>& LayoutReader::keysyms() const {
+    static const std::set<quint32> none;
+    return settled_.hasExpired() ? keysyms_ : none;
 }
 
 void LayoutReader::follow() {

@@ -27,7 +27,7 @@ public:
 
     /// What can be typed whichever layout is active. Empty while no keyboard is known, and for a while after
     /// the user has changed the layouts: other parts of the desktop learn of that later than we do.
-    [[nodiscard]] std::set<quint32> keysyms() const;
+    [[nodiscard]] const std::set<quint32>& keysyms() const;
 
 private:
     void follow();
