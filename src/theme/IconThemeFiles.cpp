@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -51,8 +52,8 @@ bool isPlain(const QString& path) {
     return file.open(QIODevice::ReadOnly) && file.readAll().contains("currentColor");
 }
 
-QString fileInTheme(const QString& name, int size, const QString& theme, const QSettings& index) {
-    for (const auto& folder : plainFolders(theme, size, index)) {
+QString fileIn(const QList<ThemeFolder>& folders, const QString& name) {
+    for (const auto& folder : folders) {
         const auto path = folder.path + QLatin1Char('/') + name;
         if (const auto plain = path + QStringLiteral(".svg"); QFile::exists(plain) && isPlain(plain)) {
             return plain;
@@ -62,6 +63,12 @@ QString fileInTheme(const QString& name, int size, const QString& theme, const Q
         }
     }
     return {};
+}
+
+/// What the theme in a folder says of itself; null where there is none.
+std::unique_ptr<const QSettings> indexOf(const QString& theme) {
+    const auto file = theme + QStringLiteral("/index.theme");
+    return QFile::exists(file) ? std::make_unique<const QSettings>(file, QSettings::IniFormat) : nullptr;
 }
 
 } // namespace
@@ -94,15 +101,12 @@ QString themeOfOneHand(const QString& theme, const QStringList& searchPaths) {
     }
     for (const auto& folder : searchPaths) {
         const auto path = folder + QLatin1Char('/') + theme;
-        const auto indexFile = path + QStringLiteral("/index.theme");
-        if (!QFile::exists(indexFile)) {
-            continue;
+        if (const auto index = indexOf(path)) {
+            const auto folders = plainFolders(path, largestPlainSize, *index);
+            const bool hasAll = std::ranges::all_of(
+                symbolNames(), [&folders](const QString& name) { return !fileIn(folders, name).isEmpty(); });
+            return hasAll ? theme : fallback;
         }
-        const QSettings index(indexFile, QSettings::IniFormat);
-        const bool hasAll = std::ranges::all_of(symbolNames(), [&](const QString& name) {
-            return !fileInTheme(name, largestPlainSize, path, index).isEmpty();
-        });
-        return hasAll ? theme : fallback;
     }
     return fallback;
 }
@@ -120,16 +124,15 @@ QString iconThemeFile(const QString& name, int size, const QStringList& themes,
         QStringList parents;
         for (const auto& folder : searchPaths) {
             const auto path = folder + QLatin1Char('/') + theme;
-            const auto indexFile = path + QStringLiteral("/index.theme");
-            if (!QFile::exists(indexFile)) {
+            const auto index = indexOf(path);
+            if (!index) {
                 continue;
             }
-            const QSettings index(indexFile, QSettings::IniFormat);
-            const auto file = fileInTheme(name, size, path, index);
+            const auto file = fileIn(plainFolders(path, size, *index), name);
             if (!file.isEmpty()) {
                 return file;
             }
-            parents += index.value(QStringLiteral("Icon Theme/Inherits")).toStringList();
+            parents += index->value(QStringLiteral("Icon Theme/Inherits")).toStringList();
         }
         waiting = parents + waiting;
     }
