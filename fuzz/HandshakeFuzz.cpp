@@ -108,7 +108,8 @@ std::string_view plainValue(std::string_view request, std::string_view name) {
 bool isFromForeignPage(std::string_view request) {
     const auto origin = plainValue(request, "origin");
     const auto host = plainValue(request, "host");
-    const bool isForeignName = host.ends_with(".example") && host.find_first_of("[:") == host.npos;
+    const bool isForeignName =
+        host.ends_with(".example") && host.find_first_of("[:") == std::string_view::npos;
     return origin == "null" || (origin.starts_with("http://") && isForeignName);
 }
 

@@ -67,11 +67,14 @@ struct LiveDescriptors : Inherited, LiveServer {
     LiveDescriptors() { qputenv("XDG_CACHE_HOME", cache.path().toUtf8()); }
     ~LiveDescriptors() override { qunsetenv("XDG_CACHE_HOME"); }
 
-    /// What the child has of this process's own.
+    /// What the child has of this process's own. It may have more: while it starts, it opens the files of its
+    /// locale.
     [[nodiscard]] QStringList leakedTo(const Child& child) const {
+        const auto own = openOf(QStringLiteral("self"));
         auto targets = child.descriptors();
-        targets.removeIf([this](const QString& target) {
-            return inherited.contains(target) || target.startsWith(QStringLiteral("/proc/"));
+        targets.removeIf([&](const QString& target) {
+            return inherited.contains(target) || !own.contains(target) ||
+                   target.startsWith(QStringLiteral("/proc/"));
         });
         return targets;
     }

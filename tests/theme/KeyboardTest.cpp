@@ -107,11 +107,13 @@ struct KeyboardOwner : testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
     }
 
-    QQuickItem& item(const char* name) { return *root->findChild<QQuickItem*>(QString::fromUtf8(name)); }
+    QQuickItem& item(const char* name) const {
+        return *root->findChild<QQuickItem*>(QString::fromUtf8(name));
+    }
 
-    void give(const char* name) { item(name).forceActiveFocus(); }
+    void give(const char* name) const { item(name).forceActiveFocus(); }
 
-    void showTab(const char* name) {
+    void showTab(const char* name) const {
         root->setProperty("tab", QVariant::fromValue(&item(name)));
         QCoreApplication::processEvents();
     }

@@ -25,7 +25,7 @@ QString unescaped(const QByteArray& value) {
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text[i] == u'\\' && i + 1 < text.size()) {
             const auto escape = escapes.find(text[i + 1].unicode());
-            if (escape != escapes.npos) {
+            if (escape != std::u16string_view::npos) {
                 plain.append(QChar(escaped[escape]));
                 ++i;
                 continue;
