@@ -25,7 +25,6 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <variant>
@@ -35,32 +34,13 @@ namespace brenvale {
 
 class FakeAccessibilityTrust final : public AccessibilityTrust {
 public:
-    [[nodiscard]] State state() const override {
-        if (isTrusted) {
-            return State::trusted;
-        }
-        return isAskable ? State::toBeAsked : State::impossible;
-    }
-
-    [[nodiscard]] bool isProcessTrusted(bool prompt) override {
-        prompts += prompt ? 1 : 0;
-        if (asked) {
-            asked();
-        }
-        return isTrusted;
-    }
-
+    [[nodiscard]] State state() const override;
+    [[nodiscard]] bool isProcessTrusted(bool prompt) override;
     void askUser() override { ++wishes; }
-
-    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
-        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
-    }
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 
     /// The consent comes or goes.
-    void change(bool trusted) {
-        isTrusted = trusted;
-        change_.set({});
-    }
+    void change(bool trusted);
 
     std::function<void()> asked; ///< looks at what the world was like then
 
@@ -76,20 +56,10 @@ private:
 /// A network that changes when the test says so.
 class FakeAddressWatch final : public AddressWatch {
 public:
-    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
-        auto shared = std::make_shared<const std::function<void()>>(std::move(observer));
-        observer_ = shared;
-        return shared;
-    }
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 
     /// False where nobody observes it.
-    [[nodiscard]] bool change() const {
-        const auto observer = observer_.lock();
-        if (observer) {
-            (*observer)();
-        }
-        return observer != nullptr;
-    }
+    [[nodiscard]] bool change() const;
 
 private:
     std::weak_ptr<const std::function<void()>> observer_;
@@ -98,12 +68,8 @@ private:
 /// Keeps the alert on show until the test answers it.
 class FakeAlerts final : public Alerts {
 public:
-    void runModal(const Alert& alert, Answer answer) override {
-        shown.push_back(alert);
-        answer_ = std::move(answer);
-    }
-
-    void respond(int response) { std::exchange(answer_, {})(response); }
+    void runModal(const Alert& alert, Answer answer) override;
+    void respond(int response);
 
     std::vector<Alert> shown;
 
@@ -142,21 +108,11 @@ public:
 /// Collects lines, from any thread.
 class RecordingLog final : public Log {
 public:
-    void line(QByteArrayView text) override {
-        const std::scoped_lock lock(mutex_);
-        lines_.append(text.toByteArray());
-    }
-
-    [[nodiscard]] QByteArrayList lines() const {
-        const std::scoped_lock lock(mutex_);
-        return {lines_.begin(), lines_.end()}; // a list of its own: the original may grow in another thread
-    }
+    void line(QByteArrayView text) override;
+    [[nodiscard]] QByteArrayList lines() const;
 
     /// How many lines hold `part`.
-    [[nodiscard]] qsizetype count(const QByteArray& part) const {
-        const std::scoped_lock lock(mutex_);
-        return std::ranges::count_if(lines_, [&part](const QByteArray& line) { return line.contains(part); });
-    }
+    [[nodiscard]] qsizetype count(const QByteArray& part) const;
 
 private:
     mutable std::mutex mutex_;
@@ -173,37 +129,16 @@ public:
     QString error; ///< when set, no change succeeds
 
 private:
-    std::expected<void, QString> set(bool value) {
-        if (!error.isEmpty()) {
-            return std::unexpected(error);
-        }
-        enabled = value;
-        return {};
-    }
+    std::expected<void, QString> set(bool value);
 };
 
 class FakeStatusItem final : public StatusItem {
 public:
-    void setMenu(std::vector<MenuItem> next) override {
-        rows = std::move(next);
-        if (menuSet) {
-            menuSet();
-        }
-    }
-    void setTitle(int tag, const QString& title) override {
-        const auto row = std::ranges::find(rows, tag, &MenuItem::tag);
-        if (row != rows.end()) {
-            row->title = title;
-        }
-    }
+    void setMenu(std::vector<MenuItem> next) override;
+    void setTitle(int tag, const QString& title) override;
 
     /// Chooses the row of that title, as the user does.
-    void choose(const QString& title) const {
-        const auto row = std::ranges::find(rows, title, &MenuItem::title);
-        if (row != rows.end() && row->action) {
-            row->action();
-        }
-    }
+    void choose(const QString& title) const;
 
     std::vector<MenuItem> rows;
     std::function<void()> menuSet; ///< looks at what the world was like then
@@ -222,22 +157,12 @@ public:
 /// Records the calls as texts.
 class FakePasteboard final : public Pasteboard {
 public:
-    void clearContents() override { calls.append(QStringLiteral("clear")); }
-    void setString(const QString& text) override { calls.append(QStringLiteral("set:") + text); }
-    void string(TextAnswer answer) override {
-        if (isSlow) {
-            waiting_.push_back(std::move(answer));
-        } else {
-            answer(contents);
-        }
-    }
+    void clearContents() override;
+    void setString(const QString& text) override;
+    void string(TextAnswer answer) override;
 
     /// The other program gives its text at last.
-    void answerAll() {
-        for (auto& answer : std::exchange(waiting_, {})) {
-            answer(contents);
-        }
-    }
+    void answerAll();
 
     QStringList calls;
     std::optional<QString> contents; ///< what another program put there
@@ -249,53 +174,18 @@ private:
 
 class FakeUserDefaults final : public UserDefaults {
 public:
-    [[nodiscard]] qint64 integer(QStringView key) const override {
-        const std::scoped_lock lock(mutex_);
-        return integers_.value(key.toString());
-    }
-
-    [[nodiscard]] bool contains(QStringView key) const override {
-        const std::scoped_lock lock(mutex_);
-        return integers_.contains(key.toString());
-    }
-
-    [[nodiscard]] std::expected<SettingsSections, QString> sections() const override {
-        const std::scoped_lock lock(mutex_);
-        if (!sectionError_.isEmpty()) {
-            return std::unexpected(sectionError_);
-        }
-        auto sections = sections_;
-        for (auto integer = integers_.begin(); integer != integers_.end(); ++integer) {
-            sections[QStringLiteral("General")].insert(integer.key(), QString::number(integer.value()));
-        }
-        return sections;
-    }
-
+    [[nodiscard]] qint64 integer(QStringView key) const override;
+    [[nodiscard]] bool contains(QStringView key) const override;
+    [[nodiscard]] std::expected<SettingsSections, QString> sections() const override;
     void setInteger(QStringView key, qint64 value) override { set(key.toString(), value); }
-
-    [[nodiscard]] Subscription observe(std::function<void()> observer) override {
-        return change_.subscribe([observer = std::move(observer)](const auto&) { observer(); });
-    }
+    [[nodiscard]] Subscription observe(std::function<void()> observer) override;
 
     /// As another process would, too.
-    void set(const QString& key, qint64 value) {
-        {
-            const std::scoped_lock lock(mutex_);
-            integers_.insert(key, value);
-        }
-        change_.set({});
-    }
-
-    void setSection(const QString& name, const QMultiMap<QString, QString>& values) {
-        const std::scoped_lock lock(mutex_);
-        sections_.insert(name, values);
-    }
+    void set(const QString& key, qint64 value);
+    void setSection(const QString& name, const QMultiMap<QString, QString>& values);
 
     /// From now on no section can be read.
-    void failSections(const QString& error) {
-        const std::scoped_lock lock(mutex_);
-        sectionError_ = error;
-    }
+    void failSections(const QString& error);
 
 private:
     mutable std::mutex mutex_;
@@ -315,58 +205,14 @@ public:
 /// A centre that takes every request, and keeps the notifications on show with replacement by identifier.
 class FakeNotificationCenter final : public UserNotificationCenter {
 public:
-    void setDelegate(UserNotificationCenterDelegate* next) override {
-        delegate = next;
-        calls.append(QStringLiteral("setDelegate"));
-    }
-    void setNotificationCategories(QList<NotificationCategory> next) override {
-        categories = std::move(next);
-        calls.append(QStringLiteral("setNotificationCategories"));
-    }
-    void getNotificationSettings(SettingsAnswer answer) override {
-        calls.append(QStringLiteral("getNotificationSettings"));
-        answer(status);
-    }
-    void requestAuthorization(AuthorizationAnswer answer) override {
-        calls.append(QStringLiteral("requestAuthorization"));
-        answer(isGranted, authorizationError);
-    }
-    void add(NotificationRequest request, Completion completion) override {
-        removeShown(request.identifier);
-        calls.append(QStringLiteral("add:") + request.identifier.text());
-        added.push_back(request);
-        if (error) {
-            if (completion) {
-                completion(error);
-            }
-            return;
-        }
-        shown.push_back(std::move(request));
-        if (completion) {
-            completion({});
-        }
-    }
-
-    void removeDelivered(const QList<RequestIdentifier>& identifiers) override {
-        for (const auto& identifier : identifiers) {
-            calls.append(QStringLiteral("removeDelivered:") + identifier.text());
-            removeShown(identifier);
-        }
-    }
-
-    void removePending(const QList<RequestIdentifier>& identifiers) override {
-        for (const auto& identifier : identifiers) {
-            calls.append(QStringLiteral("removePending:") + identifier.text());
-        }
-    }
-
-    [[nodiscard]] QStringList titles() const {
-        QStringList titles;
-        for (const auto& request : shown) {
-            titles.append(request.content.title);
-        }
-        return titles;
-    }
+    void setDelegate(UserNotificationCenterDelegate* next) override;
+    void setNotificationCategories(QList<NotificationCategory> next) override;
+    void getNotificationSettings(SettingsAnswer answer) override;
+    void requestAuthorization(AuthorizationAnswer answer) override;
+    void add(NotificationRequest request, Completion completion) override;
+    void removeDelivered(const QList<RequestIdentifier>& identifiers) override;
+    void removePending(const QList<RequestIdentifier>& identifiers) override;
+    [[nodiscard]] QStringList titles() const;
 
     std::vector<NotificationRequest> added; ///< every request ever
     std::vector<NotificationRequest> shown; ///< those on show
@@ -380,13 +226,16 @@ public:
     std::optional<QString> authorizationError;
 
 private:
-    void removeShown(const RequestIdentifier& identifier) {
-        std::erase_if(shown, [&](const auto& request) { return request.identifier == identifier; });
-    }
+    void removeShown(const RequestIdentifier& identifier);
 };
 
 /// The in-memory desktop.
 struct FakePlatform {
+    FakePlatform();
+    ~FakePlatform();
+    FakePlatform(const FakePlatform&) = delete;
+    FakePlatform& operator=(const FakePlatform&) = delete;
+
     FakeAccessibilityTrust accessibilityTrust;
     FakeAddressWatch addressWatch;
     FakeAlerts alerts;

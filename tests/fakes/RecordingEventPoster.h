@@ -15,32 +15,17 @@ class RecordingEventPoster final : public EventPoster {
 public:
     using Event = std::variant<KeyEvent, SystemDefinedEvent, MouseEvent>;
 
-    [[nodiscard]] bool canMakeEvents() const override {
-        if (asked) {
-            asked();
-        }
-        return makesEvents;
-    }
-
-    [[nodiscard]] QPointF pointerLocation() const override {
-        const std::scoped_lock lock(mutex_);
-        return pointer_;
-    }
+    [[nodiscard]] bool canMakeEvents() const override;
+    [[nodiscard]] QPointF pointerLocation() const override;
 
     void post(const KeyEvent& event) override { record(event); }
     void post(const SystemDefinedEvent& event) override { record(event); }
     void post(const MouseEvent& event) override { record(event); }
 
-    void movePointer(QPointF to) {
-        const std::scoped_lock lock(mutex_);
-        pointer_ = to;
-    }
+    void movePointer(QPointF to);
 
     /// What was posted, in order; with `letsThrough` unset nothing.
-    [[nodiscard]] std::vector<Event> events() const {
-        const std::scoped_lock lock(mutex_);
-        return events_;
-    }
+    [[nodiscard]] std::vector<Event> events() const;
 
     /// The events of one kind, in order.
     template <typename Kind>
@@ -60,19 +45,7 @@ public:
     std::function<void()> posting;        ///< and at each event
 
 private:
-    void record(const Event& event) {
-        if (posting) {
-            posting();
-        }
-        const std::scoped_lock lock(mutex_);
-        if (!letsThrough) {
-            return;
-        }
-        if (const auto* mouse = std::get_if<MouseEvent>(&event)) {
-            pointer_ = mouse->position;
-        }
-        events_.push_back(event);
-    }
+    void record(const Event& event);
 
     mutable std::mutex mutex_;
     std::vector<Event> events_;
