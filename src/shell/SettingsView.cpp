@@ -15,7 +15,7 @@ namespace {
 
 constexpr QStringView selectedTabKey = u"selectedSettingsTab";
 
-QVariantMap sidebarTab(Tab tab, const QString& label, const QString& icon) {
+QVariantMap sidebarTab(Tab::Number tab, const QString& label, const QString& icon) {
     return {{QStringLiteral("tab"), static_cast<int>(tab)},
             {QStringLiteral("label"), label},
             {QStringLiteral("icon"), icon}};
@@ -102,18 +102,18 @@ void SettingsView::setSelectedTab(int tab) {
 }
 
 int SettingsView::detailTab() const {
-    return selectedTab_ >= SettingsTab && selectedTab_ <= RemoteTab ? selectedTab_ : CallTab;
+    return selectedTab_ >= Tab::settings && selectedTab_ <= Tab::remote ? selectedTab_ : Tab::call;
 }
 
 QVariantList SettingsView::sidebarTabs() {
-    return {sidebarTab(CallTab, QStringLiteral("Call"), QStringLiteral("call-start")),
-            sidebarTab(SmsTab, QStringLiteral("SMS"), QStringLiteral("document-send")),
-            sidebarTab(FileDropTab, QStringLiteral("File Drop"), QStringLiteral("folder-download")),
-            sidebarTab(NotificationsTab, QStringLiteral("Notifications"), QStringLiteral("clock")),
-            sidebarTab(RemoteTab, QStringLiteral("Remote"), QStringLiteral("input-keyboard")),
-            sidebarTab(ClipboardTab, QStringLiteral("Clipboard"), QStringLiteral("edit-paste")),
-            sidebarTab(SettingsTab, QStringLiteral("Settings"), QStringLiteral("settings-configure")),
-            sidebarTab(InfoTab, QStringLiteral("Info"), QStringLiteral("help-about"))};
+    return {sidebarTab(Tab::call, QStringLiteral("Call"), QStringLiteral("call-start")),
+            sidebarTab(Tab::sms, QStringLiteral("SMS"), QStringLiteral("document-send")),
+            sidebarTab(Tab::fileDrop, QStringLiteral("File Drop"), QStringLiteral("folder-download")),
+            sidebarTab(Tab::notifications, QStringLiteral("Notifications"), QStringLiteral("clock")),
+            sidebarTab(Tab::remote, QStringLiteral("Remote"), QStringLiteral("input-keyboard")),
+            sidebarTab(Tab::clipboard, QStringLiteral("Clipboard"), QStringLiteral("edit-paste")),
+            sidebarTab(Tab::settings, QStringLiteral("Settings"), QStringLiteral("settings-configure")),
+            sidebarTab(Tab::info, QStringLiteral("Info"), QStringLiteral("help-about"))};
 }
 
 bool SettingsView::showLabels(double width) {

@@ -100,7 +100,6 @@ class SettingsView final : public QObject {
 
 public:
     using Conversation = brenvale::Conversation;
-    using enum Tab;
 
     /// All arguments must outlive the view.
     SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server, HistoryStore& history);

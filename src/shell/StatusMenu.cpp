@@ -4,7 +4,7 @@
 #include "platform/Platform.h"
 #include "platform/StatusItem.h"
 #include "shell/AppDelegate.h"
-#include "shell/SettingsView.h"
+#include "shell/Tab.h"
 
 #include <QCoreApplication>
 
@@ -28,15 +28,15 @@ struct Command {
 constexpr Command sendClipboardCommand{u"Send Clipboard", u"v", u"send-clipboard"};
 constexpr Command quitCommand{u"Quit Brenvale", u"q", u"quit"};
 constexpr std::array commands{
-    Command{u"Call…", u"c", u"call", SettingsView::CallTab},
-    Command{u"Send SMS…", u"s", u"sms", SettingsView::SmsTab},
-    Command{u"File Drop…", u"f", u"file-drop", SettingsView::FileDropTab},
-    Command{u"Notifications…", u"y", u"notifications", SettingsView::NotificationsTab},
-    Command{u"Remote Control…", u"r", u"remote", SettingsView::RemoteTab},
+    Command{u"Call…", u"c", u"call", Tab::call},
+    Command{u"Send SMS…", u"s", u"sms", Tab::sms},
+    Command{u"File Drop…", u"f", u"file-drop", Tab::fileDrop},
+    Command{u"Notifications…", u"y", u"notifications", Tab::notifications},
+    Command{u"Remote Control…", u"r", u"remote", Tab::remote},
     sendClipboardCommand,
-    Command{u"Clipboard History…", u"h", u"clipboard", SettingsView::ClipboardTab},
-    Command{u"Settings…", u",", u"settings", SettingsView::SettingsTab},
-    Command{u"Info…", u"i", u"info", SettingsView::InfoTab},
+    Command{u"Clipboard History…", u"h", u"clipboard", Tab::clipboard},
+    Command{u"Settings…", u",", u"settings", Tab::settings},
+    Command{u"Info…", u"i", u"info", Tab::info},
     quitCommand,
 };
 

@@ -2,16 +2,19 @@
 
 namespace brenvale {
 
-/// The number of each tab of the main window, as the settings keep it; the sidebar has an order of its own.
-enum Tab : int {
-    SettingsTab = 0,
-    NotificationsTab = 1,
-    SmsTab = 2,
-    InfoTab = 3,
-    CallTab = 4,
-    FileDropTab = 5,
-    ClipboardTab = 6,
-    RemoteTab = 7
+/// A tab of the main window.
+struct Tab {
+    /// As the settings keep it; the sidebar has an order of its own.
+    enum Number : int {
+        settings = 0,
+        notifications = 1,
+        sms = 2,
+        info = 3,
+        call = 4,
+        fileDrop = 5,
+        clipboard = 6,
+        remote = 7
+    };
 };
 
 } // namespace brenvale

@@ -3,7 +3,7 @@
 #include "platform/Log.h"
 #include "platform/Platform.h"
 #include "shell/AppDelegate.h"
-#include "shell/SettingsView.h"
+#include "shell/Tab.h"
 #include "transfer/FileUrl.h"
 
 namespace brenvale {
@@ -19,7 +19,7 @@ void AppDelegate::handleSendToAndroidService(const QList<QUrl>& urls) {
         }
     }
     if (hasFile) {
-        main_.async([this] { showSettings(SettingsView::FileDropTab); });
+        main_.async([this] { showSettings(Tab::fileDrop); });
     }
 }
 

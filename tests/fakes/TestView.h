@@ -1,25 +1,12 @@
 #pragma once
 
-#include "fakes/ModelChanges.h"
-#include "fakes/TestServer.h"
+#include "fakes/TestPhone.h"
 #include "shell/SettingsView.h"
 
 namespace brenvale {
 
-/// The main window's state over the in-memory platform.
-struct TestView : TestServer {
-    /// Connects a phone and forgets what it was greeted with.
-    void connect() {
-        phone = connectPhone();
-        phone->sent.clear();
-    }
-
-    /// What the phone got since.
-    [[nodiscard]] std::vector<QByteArray> takeSent() {
-        run();
-        return std::exchange(phone->sent, {});
-    }
-
+/// The state of the whole main window over the in-memory platform.
+struct TestView : TestPhone {
     void reportSms(const QList<SmsRecord>& log) {
         fake.internalNotifications.post(InternalNotifications::smsHistoryUpdated, log);
     }

@@ -93,16 +93,16 @@ TEST_F(Tabs, StandInTheirOwnOrder) {
 }
 
 TEST_F(Tabs, AFirstStartOpensOnTheSettings) {
-    EXPECT_EQ(view.selectedTab(), SettingsView::SettingsTab);
-    EXPECT_EQ(view.detailTab(), SettingsView::SettingsTab);
+    EXPECT_EQ(view.selectedTab(), Tab::settings);
+    EXPECT_EQ(view.detailTab(), Tab::settings);
 }
 
 TEST_F(Tabs, TheChoiceIsStored) {
-    view.setSelectedTab(SettingsView::SmsTab);
-    EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
+    view.setSelectedTab(Tab::sms);
+    EXPECT_EQ(view.selectedTab(), Tab::sms);
     EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), 2);
     const SettingsView afterRestart(fake.platform, main, *server, *store);
-    EXPECT_EQ(afterRestart.selectedTab(), SettingsView::SmsTab);
+    EXPECT_EQ(afterRestart.selectedTab(), Tab::sms);
 }
 
 TEST_F(Tabs, TheSettingIsFollowedAndTheRestOfTheWindowStays) {
@@ -118,12 +118,12 @@ TEST_F(Tabs, TheSettingIsFollowedAndTheRestOfTheWindowStays) {
 TEST_F(Tabs, AnUnknownNumberShowsTheCallsUntilAnotherIsChosen) {
     for (const qint64 number : {qint64{99}, qint64{8}, qint64{-1}, qint64{1} << 40}) {
         fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), number);
-        EXPECT_EQ(view.detailTab(), SettingsView::CallTab) << number;
+        EXPECT_EQ(view.detailTab(), Tab::call) << number;
     }
     fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 99);
     EXPECT_EQ(view.selectedTab(), 99) << "no entry of the sidebar";
-    view.setSelectedTab(SettingsView::InfoTab);
-    EXPECT_EQ(view.detailTab(), SettingsView::InfoTab);
+    view.setSelectedTab(Tab::info);
+    EXPECT_EQ(view.detailTab(), Tab::info);
 }
 
 TEST_F(Tabs, EachNumberShowsItsTab) {

@@ -29,7 +29,7 @@ TEST_F(ServiceTest, SendsEachFileInOrderAndShowsTheirTab) {
                                              "[AppDelegate] Service triggered for file: a.txt"}));
     EXPECT_EQ(notifications(), (std::vector<std::string>{"File Sent: Successfully sent 'b c.txt' to Android",
                                                          "File Sent: Successfully sent 'a.txt' to Android"}));
-    EXPECT_EQ(settingsView->selectedTab(), SettingsView::FileDropTab);
+    EXPECT_EQ(settingsView->selectedTab(), Tab::fileDrop);
 }
 
 TEST_F(ServiceTest, WithoutALocalFileNothingHappens) {

@@ -17,7 +17,7 @@ namespace {
 
 struct CallsTab : testing::Test, TestWindow {
     void open() {
-        show(SettingsView::CallTab);
+        show(Tab::call);
         (void)takeSent();
     }
 
@@ -56,32 +56,32 @@ TEST_F(CallsTab, WhatIsTypedIsDialledAsSoonAsTheTabShows) {
 }
 
 TEST_F(CallsTab, WhatIsTypedIsDialledAfterAClickOnTheTab) {
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     click(*item(QAccessible::ListItem, QStringLiteral("Call")));
     type(QStringLiteral("12"));
     EXPECT_EQ(number(), "12");
 }
 
 TEST_F(CallsTab, TheSidebarKeepsTheKeyboardOfWhoWalksThroughIt) {
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     focus("Tabs");
     type(Qt::Key_Up);
-    ASSERT_EQ(view.selectedTab(), SettingsView::CallTab);
+    ASSERT_EQ(view.selectedTab(), Tab::call);
     type(QStringLiteral("12"));
     EXPECT_EQ(number(), "12") << "the pad takes what the sidebar does not want";
     EXPECT_TRUE(hasFocus("Number")) << "and typing goes on there";
 }
 
 TEST_F(CallsTab, ReturnInTheSidebarPlacesNoCall) {
-    show(SettingsView::CallTab);
+    show(Tab::call);
     type(QStringLiteral("12"));
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     focus("Tabs");
     type(Qt::Key_Up);
     type(Qt::Key_Return);
     EXPECT_THAT(takeCommands(), Not(Contains("make_call")));
     type(Qt::Key_Down);
-    EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
+    EXPECT_EQ(view.selectedTab(), Tab::sms);
 }
 
 TEST_F(CallsTab, ReturnCallsAfterTheSidebarWasHidden) {
@@ -93,7 +93,7 @@ TEST_F(CallsTab, ReturnCallsAfterTheSidebarWasHidden) {
 }
 
 TEST_F(CallsTab, ThePadHasTheKeyboardAfterEachClickOnItsTab) {
-    show(SettingsView::CallTab);
+    show(Tab::call);
     click(*item(QAccessible::ListItem, QStringLiteral("Info")));
     click(*item(QAccessible::ListItem, QStringLiteral("Call")));
     type(QStringLiteral("1"));

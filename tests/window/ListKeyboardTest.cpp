@@ -15,7 +15,7 @@ struct ListKeyboard : testing::Test, TestWindow {
         for (int number = manyRows; number > 0; --number) {
             store->addClipboard(textOfRow(number));
         }
-        show(SettingsView::ClipboardTab);
+        show(Tab::clipboard);
     }
 
     /// The newest, number 1, is on top.
@@ -33,7 +33,7 @@ struct ListKeyboard : testing::Test, TestWindow {
 
 TEST_F(ListKeyboard, ANewNotificationLeavesTheKeyboardToTheReply) {
     notify("Chat");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     press(QStringLiteral("Reply"));
     type(QStringLiteral("on"));
     notify("Mail");
@@ -73,7 +73,7 @@ TEST_F(ListKeyboard, BackTabDoesSoToo) {
 TEST_F(ListKeyboard, ClosingTheReplyLineLeavesTheKeyboardAtItsRow) {
     notify("Chat");
     notify("Mail");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
         focus("Reply");
         type(Qt::Key_Space);
@@ -88,7 +88,7 @@ TEST_F(ListKeyboard, AReplyComesBackWithItsRowAndLeavesTheListWhereItIs) {
     for (int number = 0; number < manyRows; ++number) {
         notify("App " + std::to_string(number));
     }
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     press(QStringLiteral("Reply"));
     type(QStringLiteral("on my way"));
     auto* list = item(QAccessible::List, QStringLiteral("Notifications"));
@@ -117,8 +117,7 @@ TEST_F(ListKeyboard, PagesAndListsScrollByThePageKeys) {
         record.fileName = textOfRow(number);
         store->addFileTransfer(record);
     }
-    for (const auto tab : {SettingsView::NotificationsTab, SettingsView::ClipboardTab,
-                           SettingsView::FileDropTab, SettingsView::RemoteTab}) {
+    for (const auto tab : {Tab::notifications, Tab::clipboard, Tab::fileDrop, Tab::remote}) {
         show(tab);
         quickView().resize(800, 500);
         settle();
@@ -135,7 +134,7 @@ TEST_F(ListKeyboard, PagesAndListsScrollByThePageKeys) {
 
 TEST_F(ListKeyboard, ATextThatWasClickedHasNoRing) {
     store->addClipboard(QStringLiteral("some text"));
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     const auto hasRing = [this] {
         return quickView().activeFocusItem()->property("visualFocus").toBool();
     };

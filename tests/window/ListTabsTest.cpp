@@ -28,14 +28,14 @@ struct NotificationsTest : ShownWindow {
 } // namespace
 
 TEST_F(ClipboardTabTest, AnEmptyHistoryInvitesAndCannotBeCleared) {
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     EXPECT_TRUE(shows("No received items yet"));
     EXPECT_FALSE(shows("Clear History"));
 }
 
 TEST_F(ClipboardTabTest, ClearHistoryEmptiesIt) {
     store->addClipboard(QStringLiteral("one"));
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     EXPECT_FALSE(shows("No received items yet"));
     ASSERT_TRUE(press("Clear History"));
     EXPECT_TRUE(store->clipboardHistory.get().isEmpty());
@@ -45,7 +45,7 @@ TEST_F(ClipboardTabTest, ClearHistoryEmptiesIt) {
 TEST_F(ClipboardTabTest, TheButtonCopiesAllOfATextThatTheRowCuts) {
     const auto text = QStringLiteral("line\n").repeated(40);
     store->addClipboard(text);
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     ASSERT_TRUE(press("Copy to Mac Clipboard"));
     EXPECT_EQ(fake.pasteboard.calls.last(), QStringLiteral("set:") + text);
 }
@@ -53,13 +53,13 @@ TEST_F(ClipboardTabTest, TheButtonCopiesAllOfATextThatTheRowCuts) {
 TEST_F(ClipboardTabTest, ARowShowsTenLines) {
     const auto text = QStringLiteral("line\n").repeated(9) + QStringLiteral("😀\n").repeated(40);
     store->addClipboard(text);
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     EXPECT_EQ(find(text)->object()->property("text").toString().count(u'\n'), 9);
 }
 
 TEST_F(ClipboardTabTest, SendsWhatIsOnTheClipboard) {
     connect();
-    show(SettingsView::ClipboardTab);
+    show(Tab::clipboard);
     (void)takeSent();
     ASSERT_TRUE(press("Send Current Mac Clipboard"));
     EXPECT_TRUE(takeSent().empty()) << "there is nothing on it";
@@ -71,7 +71,7 @@ TEST_F(ClipboardTabTest, SendsWhatIsOnTheClipboard) {
 }
 
 TEST_F(NotificationsTest, NoneAreAnEmptyStateWithoutAFooter) {
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     EXPECT_TRUE(shows("No notifications yet"));
     EXPECT_TRUE(shows("Notifications forwarded from your Android phone will appear here."));
     EXPECT_FALSE(shows("Clear All"));
@@ -79,7 +79,7 @@ TEST_F(NotificationsTest, NoneAreAnEmptyStateWithoutAFooter) {
 
 TEST_F(NotificationsTest, TheFooterCountsAndClears) {
     notify("Chat");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     EXPECT_TRUE(shows("1 notification"));
     notify("Mail");
     settle();
@@ -91,14 +91,14 @@ TEST_F(NotificationsTest, TheFooterCountsAndClears) {
 
 TEST_F(NotificationsTest, OneThatSaysNothingHasAName) {
     notify("");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     EXPECT_TRUE(shows("Notification"));
     EXPECT_TRUE(shows("Reply"));
 }
 
 TEST_F(NotificationsTest, CancelKeepsTheDraftForTheNextReply) {
     notify("Chat");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     ASSERT_TRUE(press("Reply"));
     EXPECT_FALSE(shows("Reply")) << "the line is in its place";
     view.setReplyText(QStringLiteral("soon"));
@@ -112,7 +112,7 @@ TEST_F(NotificationsTest, CancelKeepsTheDraftForTheNextReply) {
 TEST_F(NotificationsTest, AnEmptyReplyIsSentToo) {
     connect();
     notify("Chat");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     (void)takeSent();
     ASSERT_TRUE(press("Reply"));
     ASSERT_TRUE(press("Send"));
@@ -123,7 +123,7 @@ TEST_F(NotificationsTest, AnEmptyReplyIsSentToo) {
 TEST_F(NotificationsTest, ABookIsSaidAndLaidOutInItsBeginningOnly) {
     const auto book = std::string(1'000'000, 'x');
     receive(R"({"app":")" + book + R"(","title":")" + book + R"(","body":")" + book + R"("})");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     for (const auto role : {QAccessible::ListItem, QAccessible::StaticText}) {
         for (const auto& name : namesOf(role)) {
             EXPECT_LE(name.size(), (3 * 1200) + 4);
@@ -138,7 +138,7 @@ TEST_F(FileDropTest, ARowShowsHowFarItIsAndThenWhatBecameOfIt) {
     record.fileName = QStringLiteral("a.jpg");
     record.progress = 0.5;
     store->addFileTransfer(record);
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     EXPECT_TRUE(shows("a.jpg"));
     EXPECT_TRUE(shows("50%"));
     EXPECT_FALSE(shows("Show in Finder")) << "it is nowhere yet";
@@ -150,14 +150,14 @@ TEST_F(FileDropTest, ARowShowsHowFarItIsAndThenWhatBecameOfIt) {
 }
 
 TEST_F(FileDropTest, AnEmptyListIsJustThatAndCannotBeCleared) {
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     EXPECT_TRUE(shows("File Drop"));
     EXPECT_FALSE(shows("Clear History"));
 }
 
 TEST_F(FileDropTest, FilesThatAreDroppedOnItAreSent) {
     connect();
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
     QMimeData files;
@@ -175,7 +175,7 @@ TEST_F(FileDropTest, FilesThatAreDroppedOnItAreSent) {
 }
 
 TEST_F(FileDropTest, ATextThatIsDroppedOnItIsRefused) {
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     QMimeData text;
     text.setText(QStringLiteral("text"));
     QDragEnterEvent enter({600, 400}, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
@@ -189,10 +189,10 @@ TEST_F(FileDropTest, APickerIsOneEvenWhereTheWindowIsAnother) {
             return widget->isVisible() && qobject_cast<const QFileDialog*>(widget) != nullptr;
         });
     };
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     ASSERT_TRUE(press("Send Files..."));
     close();
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     ASSERT_TRUE(press("Send Files..."));
     EXPECT_EQ(pickers(), 1);
     for (auto* widget : QApplication::topLevelWidgets()) {
@@ -202,7 +202,7 @@ TEST_F(FileDropTest, APickerIsOneEvenWhereTheWindowIsAnother) {
 }
 
 TEST_F(FileDropTest, SendFilesOpensAPickerForSeveralFilesAndSendsWhatItGives) {
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     ASSERT_TRUE(press("Send Files..."));
     QFileDialog* picker = nullptr;
     for (auto* widget : QApplication::topLevelWidgets()) {
@@ -213,7 +213,7 @@ TEST_F(FileDropTest, SendFilesOpensAPickerForSeveralFilesAndSendsWhatItGives) {
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
     picker->findChild<QLineEdit*>()->setText(file.fileName());
-    show(SettingsView::SettingsTab); // the picker does not mind what the window shows
+    show(Tab::settings); // the picker does not mind what the window shows
     static_cast<QDialog*>(picker)->done(QDialog::Accepted);
     settle();
     ASSERT_EQ(store->fileTransfers.get().size(), 1);

@@ -29,7 +29,7 @@ TEST_F(MainWindowTest, NothingOfItExistsBeforeItIsShown) {
 }
 
 TEST_F(MainWindowTest, HasItsTitleAndItsSizes) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.view()->title(), QStringLiteral("Brenvale Settings"));
     EXPECT_EQ(window.view()->size(), QSize(850, 550));
@@ -39,7 +39,7 @@ TEST_F(MainWindowTest, HasItsTitleAndItsSizes) {
 TEST_F(MainWindowTest, EachOpeningAsksForBothHistories) {
     connect();
     for (int opening = 0; opening < 2; ++opening) {
-        show(SettingsView::InfoTab);
+        show(Tab::info);
         EXPECT_EQ(takeSent().size(), 2U);
         close();
     }
@@ -47,15 +47,15 @@ TEST_F(MainWindowTest, EachOpeningAsksForBothHistories) {
 
 TEST_F(MainWindowTest, ShowingItAgainWhileItIsOpenAsksForNothing) {
     connect();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     (void)takeSent();
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     EXPECT_TRUE(takeSent().empty());
 }
 
 TEST_F(MainWindowTest, OpeningOnTheSmsTabAsksForEachLogTwice) {
     connect();
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     const auto sent = takeSent();
     EXPECT_EQ(std::ranges::count_if(sent, [](const auto& text) { return text.contains("sms_history"); }), 2);
     EXPECT_EQ(std::ranges::count_if(sent, [](const auto& text) { return text.contains("call_history"); }), 2);
@@ -84,7 +84,7 @@ TEST_F(MainWindowTest, ClosingItTellsAndGivesBackWhatShowingItTook) {
     window.windowWillClose = [&closings] {
         ++closings;
     };
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     close();
     EXPECT_EQ(closings, 1);
     EXPECT_FALSE(window.isVisible());
@@ -93,31 +93,31 @@ TEST_F(MainWindowTest, ClosingItTellsAndGivesBackWhatShowingItTook) {
 
 TEST_F(MainWindowTest, ComesBackAsItWas) {
     receive(R"({"app":"Chat","title":"Ann","body":"Lunch?"})");
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     ASSERT_TRUE(press("Reply"));
     view.setReplyText(QStringLiteral("On my way"));
     window.view()->resize(900, 600);
     close();
-    show(SettingsView::NotificationsTab);
+    show(Tab::notifications);
     EXPECT_EQ(window.view()->size(), QSize(900, 600));
     EXPECT_TRUE(shows("Type reply..."));
     EXPECT_EQ(view.replyText(), QStringLiteral("On my way"));
 }
 
 TEST_F(MainWindowTest, ComesBackInSightWhereItsScreenIsGone) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     window.view()->setPosition(20'000, 15'000);
     close();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(window.view()->screen()->geometry().contains(window.view()->geometry().center()));
     window.view()->setPosition(20'000, 15'000);
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(window.view()->screen()->geometry().contains(window.view()->geometry().center()));
 }
 
 TEST_F(MainWindowTest, FollowsTheDesktopsColoursWhileItIsOnShow) {
     const auto before = QGuiApplication::palette();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     const auto background = [this] {
         return window.view()->rootObject()->property("color").value<QColor>();
     };
@@ -133,7 +133,7 @@ TEST_F(MainWindowTest, FollowsTheDesktopsColoursWhileItIsOnShow) {
 
 TEST_F(MainWindowTest, FollowsTheDesktopsFontWhileItIsOnShow) {
     const auto before = QGuiApplication::font();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     const auto textHeight = [this] {
         return find(QStringLiteral("Version 1.0 (Build 1)"))->rect().height();
     };
@@ -149,52 +149,52 @@ TEST_F(MainWindowTest, FollowsTheDesktopsFontWhileItIsOnShow) {
 }
 
 TEST_F(MainWindowTest, ComesBackMaximisedAndRemembersItsNormalSize) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     window.view()->resize(900, 600);
     settle();
     window.view()->showMaximized();
     settle();
     close();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(window.view()->windowStates().testFlag(Qt::WindowMaximized));
     close();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     window.view()->showNormal();
     settle();
     close();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_FALSE(window.view()->windowStates().testFlag(Qt::WindowMaximized));
 }
 
 TEST_F(MainWindowTest, ComesBackOnAScreenThatExists) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     window.view()->setGeometry(100'000, 100'000, 900, 600);
     settle();
     close();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(window.view()->screen()->geometry().intersects(window.view()->geometry()));
     EXPECT_EQ(window.view()->size(),
               QSize(900, 600).boundedTo(window.view()->screen()->size()).expandedTo(QSize(800, 500)));
 }
 
 TEST_F(MainWindowTest, ControlAndWCloseIt) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     QTest::keyClick(window.view(), Qt::Key_W, Qt::ControlModifier);
     settle();
     EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(MainWindowTest, ShowsTheTabThatTheSettingsName) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(shows("Version 1.0 (Build 1)"));
-    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), SettingsView::ClipboardTab);
+    fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), Tab::clipboard);
     settle();
     EXPECT_FALSE(shows("Version 1.0 (Build 1)"));
     EXPECT_TRUE(shows("No received items yet"));
 }
 
 TEST_F(SidebarTest, HasAllTabsInItsOrder) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_THAT(namesOf(QAccessible::ListItem),
                 ElementsAre(QStringLiteral("Call"), QStringLiteral("SMS"), QStringLiteral("File Drop"),
                             QStringLiteral("Notifications"), QStringLiteral("Remote"),
@@ -202,10 +202,10 @@ TEST_F(SidebarTest, HasAllTabsInItsOrder) {
 }
 
 TEST_F(SidebarTest, AnEntryOpensItsTab) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     ASSERT_TRUE(press("Clipboard"));
-    EXPECT_EQ(view.selectedTab(), SettingsView::ClipboardTab);
-    EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), SettingsView::ClipboardTab);
+    EXPECT_EQ(view.selectedTab(), Tab::clipboard);
+    EXPECT_EQ(fake.userDefaults.integer(u"selectedSettingsTab"), Tab::clipboard);
     EXPECT_TRUE(shows("No received items yet"));
 }
 
@@ -219,21 +219,21 @@ TEST_F(SidebarTest, AnUnknownTabSelectsNothingAndAnyEntryRecovers) {
 }
 
 TEST_F(SidebarTest, AClickGivesItTheKeyboard) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     const auto place = find(QStringLiteral("Clipboard"))->rect().center() - window.view()->position();
     QTest::mouseClick(window.view(), Qt::LeftButton, {}, place);
     settle();
-    ASSERT_EQ(view.selectedTab(), SettingsView::ClipboardTab);
+    ASSERT_EQ(view.selectedTab(), Tab::clipboard);
     QTest::keyClick(window.view(), Qt::Key_Down);
     settle();
-    EXPECT_EQ(view.selectedTab(), SettingsView::SettingsTab);
+    EXPECT_EQ(view.selectedTab(), Tab::settings);
     auto* focused = QAccessible::queryAccessibleInterface(window.view()->activeFocusItem());
     EXPECT_EQ(focused->text(QAccessible::Name), QStringLiteral("Settings")) << "the entry itself is focused";
     EXPECT_EQ(focused->role(), QAccessible::ListItem);
 }
 
 TEST_F(SidebarTest, CanBeHiddenAndComesBack) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     ASSERT_TRUE(press("Hide Sidebar"));
     EXPECT_FALSE(shows("File Drop"));
     ASSERT_TRUE(press("Show Sidebar"));

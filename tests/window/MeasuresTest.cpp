@@ -88,7 +88,7 @@ double luminance(const QColor& colour) {
 
 TEST_F(Measures, OfTheCallTab) {
     useText(1);
-    show(SettingsView::CallTab);
+    show(Tab::call);
     type(QStringLiteral("1"));
     EXPECT_EQ(first("DialPad_QMLTYPE").width(), 320);
     EXPECT_EQ(sizeOf("DialKey_QMLTYPE"), QSizeF(70, 70));
@@ -111,7 +111,7 @@ TEST_F(Measures, OfTheSmsTab) {
     useText(1);
     fillMessages("Hi");
     view.openConversation(QStringLiteral("12"));
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     EXPECT_EQ(first("ConversationPane_QMLTYPE").width(), 260);
     EXPECT_EQ(sizeOf("ContactAvatar_QMLTYPE"), QSizeF(36, 36));
     const auto texts = textsIn(first("MessageBubble_QMLTYPE"));
@@ -120,7 +120,7 @@ TEST_F(Measures, OfTheSmsTab) {
 }
 
 TEST_F(Measures, OfTheRemoteTab) {
-    show(SettingsView::RemoteTab);
+    show(Tab::remote);
     EXPECT_EQ(named(QAccessible::Button, "Up (↑)").size(), QSizeF(44, 36));
     EXPECT_EQ(named(QAccessible::Button, "Left (←)").size(), QSizeF(36, 44));
     EXPECT_EQ(named(QAccessible::Button, "Select / Enter (Space or Return)").size(), QSizeF(44, 44));
@@ -130,7 +130,7 @@ TEST_F(Measures, OfTheRemoteTab) {
 }
 
 TEST_F(Measures, TheTwoEmptyStatesOfSmsStandAtOneHeight) {
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     const auto states = itemsOf("EmptyState_QMLTYPE");
     ASSERT_EQ(states.size(), 2);
     EXPECT_EQ(middle(*states[0]), middle(*states[1]));
@@ -140,7 +140,7 @@ TEST_F(Measures, LargeTextStaysInTheKeysAndCircles) {
     useText(1.5);
     fillCalls("Ann");
     fillMessages("Hi");
-    show(SettingsView::CallTab);
+    show(Tab::call);
     for (const auto* key : itemsOf("DialKey_QMLTYPE")) {
         for (const auto* text : textsIn(*key)) {
             const auto box = text->mapRectToItem(key, QRectF(0, 0, text->width(), text->height()));
@@ -151,14 +151,14 @@ TEST_F(Measures, LargeTextStaysInTheKeysAndCircles) {
             EXPECT_LE(box.bottom(), 70);
         }
     }
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     const auto& avatar = first("ContactAvatar_QMLTYPE");
     EXPECT_LT(textsIn(avatar).first()->width(), avatar.width());
 }
 
 TEST_F(Measures, IconsGrowWithTheText) {
     useText(1);
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     const auto before = sizeOf("Symbol_QMLTYPE");
     useText(2);
     settle();
@@ -166,7 +166,7 @@ TEST_F(Measures, IconsGrowWithTheText) {
 }
 
 TEST_F(Measures, ARowIsAsHighWithAnyName) {
-    show(SettingsView::CallTab);
+    show(Tab::call);
     const auto heightWith = [this](const char* name) {
         fillCalls(name);
         settle();
@@ -190,11 +190,11 @@ TEST_F(Measures, OneLineIsOneLineEverywhere) {
     view.openConversation(QStringLiteral("12"));
     store->connectedRemoteIP.set(QStringLiteral("1.2.3.4"));
     store->connectedDeviceName.set(name);
-    for (const auto& [tab, row] : {std::pair{SettingsView::NotificationsTab, "NotificationRow_QMLTYPE"},
-                                   std::pair{SettingsView::FileDropTab, "FileTransferRow_QMLTYPE"},
-                                   std::pair{SettingsView::SmsTab, "ConversationRow_QMLTYPE"},
-                                   std::pair{SettingsView::SmsTab, "ThreadHeader_QMLTYPE"},
-                                   std::pair{SettingsView::SettingsTab, "ConnectionStatus_QMLTYPE"}}) {
+    for (const auto& [tab, row] :
+         {std::pair{Tab::notifications, "NotificationRow_QMLTYPE"},
+          std::pair{Tab::fileDrop, "FileTransferRow_QMLTYPE"}, std::pair{Tab::sms, "ConversationRow_QMLTYPE"},
+          std::pair{Tab::sms, "ThreadHeader_QMLTYPE"},
+          std::pair{Tab::settings, "ConnectionStatus_QMLTYPE"}}) {
         show(tab);
         EXPECT_LT(sizeOf(row).height(), 90) << row;
         EXPECT_GT(sizeOf(row).height(), 10) << row;
@@ -207,7 +207,7 @@ TEST_F(Measures, ATransferIsAsHighBeforeAsAfterItIsDone) {
     file.fileName = QStringLiteral("a.jpg");
     file.progress = 0.5;
     store->addFileTransfer(file);
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     const auto height = sizeOf("FileTransferRow_QMLTYPE").height();
     store->updateFileTransfer(file.id, 1, true, QUrl::fromLocalFile(QStringLiteral("/tmp/a.jpg")));
     settle();
@@ -216,7 +216,7 @@ TEST_F(Measures, ATransferIsAsHighBeforeAsAfterItIsDone) {
 
 TEST_F(Measures, NothingIsAHoleInADarkWindow) {
     useBreezeDark();
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     const auto window = QApplication::palette().color(QPalette::Window);
     const auto picture = quickView().grabWindow();
     const auto& card = first("SectionRow_QMLTYPE");
@@ -226,7 +226,7 @@ TEST_F(Measures, NothingIsAHoleInADarkWindow) {
 
 TEST_F(Measures, ASelectedTabIsTintedAndKeepsItsText) {
     useBreezeDark();
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     for (const auto* row : itemsOf("SidebarRow_QMLTYPE")) {
         EXPECT_EQ(textsIn(*row).first()->property("color").value<QColor>(), QColor("#fcfcfc"));
     }
@@ -234,7 +234,7 @@ TEST_F(Measures, ASelectedTabIsTintedAndKeepsItsText) {
 
 TEST_F(Measures, AProminentButtonKeepsTheDesktopsTextAndCanBeRead) {
     use("#eff0f1", "#ffffff", "#232629", "#3daee9");
-    show(SettingsView::FileDropTab);
+    show(Tab::fileDrop);
     const auto& button = named(QAccessible::Button, "Send Files...");
     EXPECT_EQ(textsIn(button).first()->property("color").value<QColor>(), QColor(Qt::white));
     const auto picture = quickView().grabWindow();
@@ -246,7 +246,7 @@ TEST_F(Measures, AProminentButtonKeepsTheDesktopsTextAndCanBeRead) {
 TEST_F(Measures, AvatarsAreSmooth) {
     use("#eff0f1", "#ffffff", "#232629", "#3daee9");
     fillMessages("Hi");
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     const auto& avatar = first("ContactAvatar_QMLTYPE");
     const auto corner = avatar.mapToScene(QPointF()).toPoint();
     const auto picture = quickView().grabWindow();

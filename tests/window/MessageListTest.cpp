@@ -22,7 +22,7 @@ QList<SmsRecord> thread(const char* address, int count, double firstDate = 1) {
 struct MessageList : testing::Test, TestWindow {
     void openThread(const char* address) {
         view.openConversation(QString::fromUtf8(address));
-        show(SettingsView::SmsTab);
+        show(Tab::sms);
     }
 
     QQuickItem& list() { return *item(QAccessible::List, QStringLiteral("Messages")); }

@@ -17,7 +17,7 @@ namespace {
 
 struct MessagesTab : testing::Test, TestWindow {
     void open() {
-        show(SettingsView::SmsTab);
+        show(Tab::sms);
         (void)takeSent();
     }
 
@@ -37,10 +37,10 @@ SmsRecord sms(const char* address, double date, const char* body, qint64 type = 
 } // namespace
 
 TEST_F(MessagesTab, AsksForBothLogsEachTimeItComesOnScreen) {
-    show(SettingsView::SmsTab);
+    show(Tab::sms);
     (void)takeSent();
-    view.setSelectedTab(SettingsView::InfoTab);
-    view.setSelectedTab(SettingsView::SmsTab);
+    view.setSelectedTab(Tab::info);
+    view.setSelectedTab(Tab::sms);
     EXPECT_THAT(takeCommands(), ElementsAre("get_sms_history", "get_call_history"));
 }
 
@@ -111,9 +111,9 @@ TEST_F(MessagesTab, TheNumberIsTheFirstRowOfTheList) {
 }
 
 TEST_F(MessagesTab, ControlAndFLeadToTheSearchFromAnyTab) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     type(Qt::Key_F, Qt::ControlModifier);
-    EXPECT_EQ(view.selectedTab(), SettingsView::SmsTab);
+    EXPECT_EQ(view.selectedTab(), Tab::sms);
     type(QStringLiteral("ab"));
     EXPECT_EQ(view.contactQuery(), QStringLiteral("ab"));
     type(Qt::Key_Escape);

@@ -26,8 +26,8 @@ constexpr qsizetype coloursOfText = 16; ///< its edges have shades
 } // namespace
 
 TEST_F(PicturesTest, NoTabIsBlank) {
-    for (int tab = SettingsView::SettingsTab; tab <= SettingsView::RemoteTab; ++tab) {
-        show(static_cast<Tab>(tab));
+    for (int tab = Tab::settings; tab <= Tab::remote; ++tab) {
+        show(static_cast<Tab::Number>(tab));
         EXPECT_GT(coloursOfTab(), coloursOfText) << "tab " << tab;
     }
 }
@@ -35,8 +35,8 @@ TEST_F(PicturesTest, NoTabIsBlank) {
 TEST_F(PicturesTest, EveryControlHasAName) {
     store->addClipboard(QStringLiteral("one"));
     receive(R"({"app":"Chat","title":"Ann","body":"Lunch?"})");
-    for (int tab = SettingsView::SettingsTab; tab <= SettingsView::RemoteTab; ++tab) {
-        show(static_cast<Tab>(tab));
+    for (int tab = Tab::settings; tab <= Tab::remote; ++tab) {
+        show(static_cast<Tab::Number>(tab));
         for (const auto role :
              {QAccessible::Button, QAccessible::CheckBox, QAccessible::EditableText, QAccessible::Link}) {
             EXPECT_FALSE(namesOf(role).contains(QString())) << "tab " << tab;

@@ -14,7 +14,7 @@ namespace {
 
 struct RemoteControlTab : testing::Test, TestWindow {
     RemoteControlTab() {
-        show(SettingsView::RemoteTab);
+        show(Tab::remote);
         (void)takeSent();
     }
 
@@ -72,7 +72,7 @@ TEST_F(RemoteControlTab, EscapeGoesToThePhoneThoughATipIsOpen) {
 }
 
 TEST_F(RemoteControlTab, KeysAreNotThePhonesInOtherTabs) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     (void)takeSent();
     type(Qt::Key_Up);
     type(Qt::Key_Escape);
@@ -81,9 +81,9 @@ TEST_F(RemoteControlTab, KeysAreNotThePhonesInOtherTabs) {
 
 TEST_F(RemoteControlTab, ControlAndThePageKeysLeadToTheNextTabAndBack) {
     type(Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_EQ(view.selectedTab(), SettingsView::ClipboardTab);
+    EXPECT_EQ(view.selectedTab(), Tab::clipboard);
     type(Qt::Key_PageUp, Qt::ControlModifier);
-    EXPECT_EQ(view.selectedTab(), SettingsView::RemoteTab);
+    EXPECT_EQ(view.selectedTab(), Tab::remote);
 }
 
 TEST_F(RemoteControlTab, ControlAndTabReachEveryControlAndTheRestOfTheWindow) {

@@ -13,14 +13,14 @@ using InfoTabTest = ShownWindow;
 } // namespace
 
 TEST_F(SettingsTabTest, WithoutAPhoneItSaysHowToConnectOne) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     EXPECT_TRUE(shows("Not Connected"));
     EXPECT_TRUE(shows(
         "Download 'Brenvale Android' and enter this IP and Port in the app settings to link your devices."));
 }
 
 TEST_F(SettingsTabTest, WithAPhoneItShowsWhoItIs) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     store->connectedRemoteIP.set(QStringLiteral("192.168.1.7"));
     settle();
     EXPECT_FALSE(shows("Not Connected"));
@@ -39,7 +39,7 @@ TEST_F(SettingsTabTest, WithAPhoneItShowsWhoItIs) {
 }
 
 TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     EXPECT_FALSE(shows("Restart"));
     view.commitPort(QStringLiteral("9000"));
     settle();
@@ -49,14 +49,14 @@ TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
 }
 
 TEST_F(SettingsTabTest, ThePortComesBeforeItsRestart) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     view.commitPort(QStringLiteral("9000"));
     settle();
     EXPECT_LT(find(QStringLiteral("Port"))->rect().left(), find(QStringLiteral("Restart"))->rect().left());
 }
 
 TEST_F(SettingsTabTest, RestartShowsWhileOneTypesAndTabLandsOnIt) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     QQuickItem* field = nullptr;
     for (auto* item : window.view()->rootObject()->findChildren<QQuickItem*>()) {
         field = QByteArray(item->metaObject()->className()).startsWith("PortField") ? item : field;
@@ -81,7 +81,7 @@ TEST_F(SettingsTabTest, RestartShowsWhileOneTypesAndTabLandsOnIt) {
 }
 
 TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     ASSERT_TRUE(press("Copy IP address"));
     EXPECT_EQ(fake.pasteboard.calls,
               QStringList({QStringLiteral("clear"), QStringLiteral("set:") + view.localIP()}));
@@ -89,7 +89,7 @@ TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
 
 TEST_F(SettingsTabTest, NotificationsThatWereNotAskedForAreAskedFor) {
     fake.userNotificationCenter.status = AuthorizationStatus::notDetermined;
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     EXPECT_FALSE(shows("Enabled"));
     fake.userNotificationCenter.status = AuthorizationStatus::authorized;
     ASSERT_TRUE(press("Request Permission"));
@@ -99,7 +99,7 @@ TEST_F(SettingsTabTest, NotificationsThatWereNotAskedForAreAskedFor) {
 
 TEST_F(SettingsTabTest, BlockedNotificationsLeadToTheDesktopsSettings) {
     fake.userNotificationCenter.status = AuthorizationStatus::denied;
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     ASSERT_TRUE(press("Blocked - Open System Settings"));
     EXPECT_EQ(fake.systemSettings.opened, std::vector{SystemSettings::Pane::notifications});
 }
@@ -107,14 +107,14 @@ TEST_F(SettingsTabTest, BlockedNotificationsLeadToTheDesktopsSettings) {
 TEST_F(SettingsTabTest, ProvisionalAndEphemeralPermissionsAreEnabledToo) {
     for (const auto status : {AuthorizationStatus::provisional, AuthorizationStatus::ephemeral}) {
         fake.userNotificationCenter.status = status;
-        show(SettingsView::SettingsTab);
+        show(Tab::settings);
         EXPECT_TRUE(shows("Enabled"));
         close();
     }
 }
 
 TEST_F(SettingsTabTest, TheSwitchRegistersTheLoginItem) {
-    show(SettingsView::SettingsTab);
+    show(Tab::settings);
     auto* control = find(QStringLiteral("Launch at login"));
     ASSERT_NE(control, nullptr);
     for (const bool isOn : {true, false}) {
@@ -128,7 +128,7 @@ TEST_F(SettingsTabTest, TheSwitchRegistersTheLoginItem) {
 }
 
 TEST_F(InfoTabTest, TellsWhatItIsAndWhoMakesIt) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_TRUE(shows("Version 1.0 (Build 1)"));
     EXPECT_TRUE(shows("Description"));
     EXPECT_TRUE(shows("Visit Profile"));
@@ -136,6 +136,6 @@ TEST_F(InfoTabTest, TellsWhatItIsAndWhoMakesIt) {
 }
 
 TEST_F(InfoTabTest, ALinkIsALink) {
-    show(SettingsView::InfoTab);
+    show(Tab::info);
     EXPECT_EQ(find(QStringLiteral("Visit Profile"))->role(), QAccessible::Link);
 }

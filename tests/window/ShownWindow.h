@@ -15,7 +15,7 @@ namespace brenvale {
 struct ShownWindow : testing::Test, TestView {
     ShownWindow() { QAccessible::setActive(true); }
 
-    void show(Tab tab) {
+    void show(Tab::Number tab) {
         view.setSelectedTab(tab);
         window.makeKeyAndOrderFront();
         settle();

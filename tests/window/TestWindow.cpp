@@ -38,7 +38,7 @@ void gatherItems(QQuickItem* item, const QByteArray& prefix, QList<QQuickItem*>&
 
 } // namespace
 
-void TestWindow::show(Tab tab) {
+void TestWindow::show(Tab::Number tab) {
     view.setSelectedTab(tab);
     if (!phone) {
         connect();

@@ -16,7 +16,7 @@ namespace brenvale {
 /// it. Nothing is shown before `show`.
 class TestWindow : public TestView {
 public:
-    void show(Tab tab);
+    void show(Tab::Number tab);
 
     /// The control that is on show with this role and name; null where there is none.
     [[nodiscard]] QAccessibleInterface* find(QAccessible::Role role, const QString& name);
