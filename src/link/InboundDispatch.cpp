@@ -1,9 +1,9 @@
 #include "link/Json.h"
 #include "link/WebSocketServer.h"
 #include "notifications/NotificationManager.h"
+#include "platform/CopyText.h"
 #include "platform/InternalNotifications.h"
 #include "platform/Log.h"
-#include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "records/HistoryStore.h"
 #include "records/RecordDecoding.h"
@@ -93,8 +93,7 @@ void WebSocketServer::handleClipboard(const JsonObject& json) {
     }
     onMain([&pasteboard = platform_.pasteboard, manager = notificationManager_,
             text = *std::move(text)](HistoryStore* store) {
-        pasteboard.clearContents();
-        pasteboard.setString(text);
+        copyText(pasteboard, text);
         if (store != nullptr) {
             store->addClipboard(text);
         }

@@ -82,7 +82,7 @@ void SettingsView::setPhoneCallLog(const QList<CallRecord>& log) {
     names_.setCallLog(log);
     calls_.setCalls(log);
     calls_.refresh();
-    items_.refreshNames();
+    notificationsTab_.refresh();
     if (!contactQuery_.isEmpty()) {
         filterConversations();
     }

@@ -32,7 +32,7 @@ ScrollList {
     onMovementStarted: followAnimation.stop()
     Keys.onPressed: event => {
         if (event.matches(StandardKey.Copy) && currentItem) {
-            view.copyText((currentItem as MessageBubble).body);
+            view.copyMessage((currentItem as MessageBubble).body);
             event.accepted = true;
         }
     }

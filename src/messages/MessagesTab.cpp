@@ -1,6 +1,7 @@
 #include "link/WebSocketServer.h"
 #include "messages/Addresses.h"
 #include "platform/Clock.h"
+#include "platform/CopyText.h"
 #include "platform/Platform.h"
 #include "shell/SettingsView.h"
 
@@ -94,6 +95,10 @@ void SettingsView::sendChatMessage() {
                            .type = SmsRecord::sent});
     logChanged();
     setChatText({});
+}
+
+void SettingsView::copyMessage(const QString& body) {
+    copyText(platform_.pasteboard, body);
 }
 
 void SettingsView::setPhoneSmsLog(const QList<SmsRecord>& log) {

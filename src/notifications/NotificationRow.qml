@@ -4,14 +4,14 @@ import Brenvale
 ListRow {
     id: row
 
-    required property SettingsView view
+    required property NotificationsState notifications
     required property string rowId
     required property string badge
     required property string shownApp
     required property string shownTitle
     required property string body
     required property string timeText
-    readonly property bool isReplying: view.replyingTo === rowId
+    readonly property bool isReplying: notifications.replyingTo === rowId
 
     // What a label gets of a text, which may be a book: more than its lines hold.
     readonly property string beginningOfApp: beginning(shownApp)
@@ -100,7 +100,7 @@ ListRow {
                 text: "Reply"
                 font: Theme.caption
                 onClicked: {
-                    row.view.openReply(row.rowId);
+                    row.notifications.openReply(row.rowId);
                     (replyLine.item as ReplyLine).field.forceActiveFocus();
                 }
             }
@@ -116,7 +116,7 @@ ListRow {
 
                 function load() {
                     if (isWanted) {
-                        setSource("ReplyLine.qml", {view: row.view, rowId: row.rowId});
+                        setSource("ReplyLine.qml", {notifications: row.notifications, rowId: row.rowId});
                     } else {
                         source = "";
                     }

@@ -7,8 +7,8 @@ import Brenvale
 Rectangle {
     id: tab
 
-    required property SettingsView view
-    readonly property bool isEmpty: view.items.count === 0
+    required property NotificationsState notifications
+    readonly property bool isEmpty: notifications.items.count === 0
 
     color: Theme.controlBackground
 
@@ -35,9 +35,9 @@ Rectangle {
         topMargin: Theme.spacing
         bottomMargin: Theme.spacing
         helpText: "Notifications"
-        model: tab.view.items
+        model: tab.notifications.items
         delegate: NotificationRow {
-            view: tab.view
+            notifications: tab.notifications
         }
     }
     Rectangle {
@@ -58,7 +58,7 @@ Rectangle {
         Label {
             x: 12
             anchors.verticalCenter: parent.verticalCenter
-            text: tab.view.notificationCountText
+            text: tab.notifications.notificationCountText
             font: Theme.caption
             color: Theme.secondary
         }
@@ -74,7 +74,7 @@ Rectangle {
             font: Theme.caption
             color: Theme.readable(Theme.red)
             enabled: !tab.isEmpty
-            onClicked: tab.view.clearNotifications()
+            onClicked: tab.notifications.clearNotifications()
         }
     }
 }

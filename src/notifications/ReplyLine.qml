@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: line
 
-    required property SettingsView view
+    required property NotificationsState notifications
     required property string rowId
 
     implicitHeight: field.height + 4
@@ -23,10 +23,10 @@ Item {
         }
         controlSize: "small"
         placeholderText: "Type reply..."
-        text: line.view.replyText
-        onTextEdited: line.view.replyText = text
-        onAccepted: line.view.sendReply(line.rowId)
-        Keys.onEscapePressed: line.view.cancelReply()
+        text: line.notifications.replyText
+        onTextEdited: line.notifications.replyText = text
+        onAccepted: line.notifications.sendReply(line.rowId)
+        Keys.onEscapePressed: line.notifications.cancelReply()
     }
     TextButton {
         id: sendButton
@@ -39,7 +39,7 @@ Item {
         text: "Send"
         isProminent: true
         controlSize: "small"
-        onClicked: line.view.sendReply(line.rowId)
+        onClicked: line.notifications.sendReply(line.rowId)
     }
     PlainButton {
         id: cancelButton
@@ -52,6 +52,6 @@ Item {
         text: "Cancel"
         font: Theme.caption
         color: Theme.primary
-        onClicked: line.view.cancelReply()
+        onClicked: line.notifications.cancelReply()
     }
 }

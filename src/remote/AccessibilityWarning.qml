@@ -5,7 +5,7 @@ import Brenvale
 Rectangle {
     id: warning
 
-    required property SettingsView view
+    required property RemoteControlState remote
 
     width: parent ? parent.width : implicitWidth
     implicitHeight: column.implicitHeight + 2 * Theme.padding
@@ -51,12 +51,12 @@ Rectangle {
                 controlSize: "small"
                 isProminent: true
                 text: "Open System Settings"
-                onClicked: warning.view.openAccessibilitySettings()
+                onClicked: warning.remote.openAccessibilitySettings()
             }
             TextButton {
                 controlSize: "small"
                 text: "Refresh Status"
-                onClicked: warning.view.refreshAccessibility()
+                onClicked: warning.remote.refreshAccessibility()
             }
         }
         Label {

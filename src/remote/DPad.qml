@@ -7,8 +7,8 @@ import Brenvale
 ControlGroup {
     id: pad
 
-    required property SettingsView view
-    readonly property var keys: view.dPadButtons
+    required property RemoteControlState remote
+    readonly property var keys: remote.dPadButtons
 
     title: "D-Pad"
     isCentred: true
@@ -16,7 +16,7 @@ ControlGroup {
     spacing: 4
 
     component Key: PadButton {
-        onClicked: pad.view.sendNavCommand(modelData.command)
+        onClicked: pad.remote.sendNavCommand(modelData.command)
     }
 
     Key {

@@ -7,7 +7,7 @@ import Brenvale
 Row {
     id: buttons
 
-    required property SettingsView view
+    required property RemoteControlState remote
 
     spacing: 20
 
@@ -19,12 +19,12 @@ Row {
             spacing: 8
 
             Repeater {
-                model: buttons.view.mediaButtons
+                model: buttons.remote.mediaButtons
 
                 delegate: PadButton {
                     controlSize: "large"
                     implicitWidth: 48
-                    onClicked: buttons.view.sendMediaCommand(modelData.command)
+                    onClicked: buttons.remote.sendMediaCommand(modelData.command)
                 }
             }
         }
@@ -41,12 +41,12 @@ Row {
             spacing: 8
 
             Repeater {
-                model: buttons.view.volumeButtons
+                model: buttons.remote.volumeButtons
 
                 delegate: PadButton {
                     y: (Theme.largeControlHeight - height) / 2 // on the axis of the larger ones
                     implicitWidth: 40
-                    onClicked: buttons.view.sendMediaCommand(modelData.command)
+                    onClicked: buttons.remote.sendMediaCommand(modelData.command)
                 }
             }
         }

@@ -7,7 +7,7 @@ import Brenvale
 Row {
     id: buttons
 
-    required property SettingsView view
+    required property RemoteControlState remote
 
     // The gaps beside the dividers give way where the window is narrow.
     readonly property real groupsWidth: dPad.width + core.width + system.width + 2
@@ -18,7 +18,7 @@ Row {
     DPad {
         id: dPad
 
-        view: buttons.view
+        remote: buttons.remote
     }
     Hairline {
         height: 140
@@ -30,10 +30,10 @@ Row {
         spacing: 8
 
         Repeater {
-            model: buttons.view.coreButtons
+            model: buttons.remote.coreButtons
 
             delegate: NavButton {
-                onClicked: buttons.view.sendNavCommand(modelData.command)
+                onClicked: buttons.remote.sendNavCommand(modelData.command)
             }
         }
     }
@@ -47,10 +47,10 @@ Row {
         spacing: 8
 
         Repeater {
-            model: buttons.view.systemButtons
+            model: buttons.remote.systemButtons
 
             delegate: NavButton {
-                onClicked: buttons.view.sendNavCommand(modelData.command)
+                onClicked: buttons.remote.sendNavCommand(modelData.command)
             }
         }
     }

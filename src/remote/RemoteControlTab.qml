@@ -7,7 +7,7 @@ import Brenvale
 ScrollPage {
     id: tab
 
-    required property SettingsView view
+    required property RemoteControlState remote
 
     padding: 30
     spacing: 25
@@ -18,21 +18,21 @@ ScrollPage {
     }
 
     AccessibilityWarning {
-        visible: !tab.view.isAccessibilityEnabled
-        view: tab.view
+        visible: !tab.remote.isAccessibilityEnabled
+        remote: tab.remote
     }
     ControlCard {
         title: "Control Android Device"
 
         MediaButtons {
-            view: tab.view
+            remote: tab.remote
         }
     }
     ControlCard {
         title: "Navigation"
 
         NavigationButtons {
-            view: tab.view
+            remote: tab.remote
         }
     }
     ControlCard {
@@ -40,7 +40,7 @@ ScrollPage {
         spacing: 10
 
         ShortcutTable {
-            rows: tab.view.shortcutRows
+            rows: tab.remote.shortcutRows
         }
     }
     Shortcut {

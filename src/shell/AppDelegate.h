@@ -87,7 +87,6 @@ private:
 
     // shell/StatusMenu.cpp
     void buildMenu();
-    void sendClipboard();
 
     // notifications/NotificationPermission.cpp
     void requestNotificationPermission();

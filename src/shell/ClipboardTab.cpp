@@ -1,26 +1,26 @@
-#include "link/WebSocketServer.h"
-#include "platform/Pasteboard.h"
-#include "platform/Platform.h"
+#include "shell/ClipboardTab.h"
+
+#include "platform/CopyText.h"
 #include "records/HistoryStore.h"
-#include "shell/SettingsView.h"
+#include "shell/SendClipboard.h"
 
 namespace brenvale {
 
-void SettingsView::clearClipboard() {
+ClipboardTab::ClipboardTab(HistoryStore& history, WebSocketServer& server, Pasteboard& pasteboard)
+    : history_(history), server_(server), pasteboard_(pasteboard), clipboardHistory_(history) {}
+
+ClipboardTab::~ClipboardTab() = default;
+
+void ClipboardTab::clearClipboard() {
     history_.clearClipboard();
 }
 
-void SettingsView::sendCurrentClipboard() {
-    platform_.pasteboard.string([&server = server_](const std::optional<QString>& text) {
-        if (text && !text->isEmpty()) {
-            server.sendClipboard(*text);
-        }
-    });
+void ClipboardTab::sendCurrentClipboard() {
+    sendClipboard(pasteboard_, server_);
 }
 
-void SettingsView::copyText(const QString& text) {
-    platform_.pasteboard.clearContents();
-    platform_.pasteboard.setString(text);
+void ClipboardTab::copyText(const QString& text) {
+    brenvale::copyText(pasteboard_, text);
 }
 
 } // namespace brenvale

@@ -7,8 +7,8 @@ import Brenvale
 Rectangle {
     id: tab
 
-    required property SettingsView view
-    readonly property bool isEmpty: view.clipboardHistory.count === 0
+    required property ClipboardState clipboard
+    readonly property bool isEmpty: clipboard.clipboardHistory.count === 0
 
     color: Theme.controlBackground
 
@@ -23,8 +23,8 @@ Rectangle {
         actionText: "Send Current Mac Clipboard"
         actionSymbol: "document-send"
         canClear: !tab.isEmpty
-        onActionTriggered: tab.view.sendCurrentClipboard()
-        onClearTriggered: tab.view.clearClipboard()
+        onActionTriggered: tab.clipboard.sendCurrentClipboard()
+        onClearTriggered: tab.clipboard.clearClipboard()
     }
     EmptyState {
         anchors {
@@ -44,9 +44,9 @@ Rectangle {
         }
         visible: !tab.isEmpty
         helpText: "Clipboard history"
-        model: tab.view.clipboardHistory
+        model: tab.clipboard.clipboardHistory
         delegate: ClipboardRow {
-            onCopyRequested: content => tab.view.copyText(content)
+            onCopyRequested: content => tab.clipboard.copyText(content)
         }
     }
 }

@@ -3,10 +3,6 @@ import Brenvale
 
 // What the program is and who makes it.
 ScrollPage {
-    id: tab
-
-    required property SettingsView view
-
     SectionCard {
         SectionRow {
             Row {

@@ -7,10 +7,17 @@ Rectangle {
 
     required property SettingsView view
 
-    // By the number of the tab.
-    readonly property var tabs: ["../shell/SettingsTab.qml", "../notifications/NotificationsTab.qml",
-        "../messages/MessagesTab.qml", "../shell/InfoTab.qml", "../messages/CallsTab.qml",
-        "../transfer/FileDropTab.qml", "../shell/ClipboardTab.qml", "../remote/RemoteControlTab.qml"]
+    // By the number of the tab: its file, and what this needs to know.
+    readonly property var tabs: [
+        {file: "../shell/SettingsTab.qml", needs: {view: view}},
+        {file: "../notifications/NotificationsTab.qml", needs: {notifications: view.notificationsTab}},
+        {file: "../messages/MessagesTab.qml", needs: {view: view}},
+        {file: "../shell/InfoTab.qml", needs: {}},
+        {file: "../messages/CallsTab.qml", needs: {view: view}},
+        {file: "../transfer/FileDropTab.qml", needs: {fileDrop: view.fileDropTab}},
+        {file: "../shell/ClipboardTab.qml", needs: {clipboard: view.clipboardTab}},
+        {file: "../remote/RemoteControlTab.qml", needs: {remote: view.remoteControlTab}}
+    ]
 
     color: Theme.windowBackground
 
@@ -128,7 +135,7 @@ Rectangle {
         id: detail
 
         // Never empty, so that the first one is a change too, and the only one.
-        readonly property string file: main.tabs[main.view.detailTab]
+        readonly property string file: main.tabs[main.view.detailTab].file
 
         anchors {
             left: divider.right
@@ -136,6 +143,6 @@ Rectangle {
             top: parent.top
             bottom: parent.bottom
         }
-        onFileChanged: setSource(file, {view: main.view})
+        onFileChanged: setSource(file, main.tabs[main.view.detailTab].needs)
     }
 }

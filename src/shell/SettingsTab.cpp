@@ -1,4 +1,5 @@
 #include "link/WebSocketServer.h"
+#include "platform/CopyText.h"
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "shell/SettingsView.h"
@@ -49,6 +50,10 @@ void SettingsView::restartServer() {
     server_.start();
     serverRestartNeeded_ = false;
     emit serverRestartNeededChanged();
+}
+
+void SettingsView::copyLocalIP() {
+    copyText(platform_.pasteboard, localIP());
 }
 
 void SettingsView::settingsTabAppeared() {

@@ -42,7 +42,7 @@ ScrollPage {
                     symbol: "edit-copy"
                     symbolSize: Math.round(Theme.caption.pixelSize * 1.25 / Theme.iconScale)
                     helpText: "Copy IP address"
-                    onClicked: tab.view.copyText(tab.view.localIP)
+                    onClicked: tab.view.copyLocalIP()
                 }
             }
         }

@@ -1,11 +1,11 @@
 #include "shell/SettingsView.h"
 
 #include "link/WebSocketServer.h"
-#include "platform/AccessibilityTrust.h"
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
 #include "records/HistoryStore.h"
 #include "shell/LaunchAtLoginManager.h"
+#include "shell/Tab.h"
 
 #include <utility>
 
@@ -33,12 +33,12 @@ SettingsView::SettingsView(Platform& platform, DispatchQueue& main, WebSocketSer
       filteredConversations_(names_, platform.clock),
       sims_(history.availableSIMs.get()),
       calls_(names_, platform.clock),
-      items_(history, names_),
-      clipboardHistory_(history),
-      fileTransfers_(history),
+      fileDropTab_(history, server, platform.fileViewer),
+      notificationsTab_(history, server, names_),
+      remoteControlTab_(platform, server),
+      clipboardTab_(history, server, platform.pasteboard),
       port_(storedPort()),
-      launchAtLogin_(LaunchAtLoginManager::isEnabled(platform)),
-      isAccessibilityEnabled_(isProcessTrusted()) {
+      launchAtLogin_(LaunchAtLoginManager::isEnabled(platform)) {
     observe();
 }
 
@@ -82,14 +82,12 @@ void SettingsView::observe() {
             }
             storedPortChanged();
         }),
-        history_.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); }),
-        platform_.accessibilityTrust.observe([this] { refreshAccessibility(); })};
+        history_.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); })};
     follow(history_.connectedRemoteIP, phone_.remoteIP, &SettingsView::phoneStatusChanged);
     follow(history_.connectedWifiName, phone_.wifiName, &SettingsView::phoneStatusChanged);
     follow(history_.connectedDeviceName, phone_.deviceName, &SettingsView::phoneStatusChanged);
     follow(history_.batteryLevel, phone_.batteryLevel, &SettingsView::phoneStatusChanged);
     follow(history_.isCharging, phone_.isCharging, &SettingsView::phoneStatusChanged);
-    connect(&items_, &CountedListModel::countChanged, this, &SettingsView::notificationCountTextChanged);
 }
 
 int SettingsView::storedTab() const {
@@ -123,13 +121,13 @@ bool SettingsView::showLabels(double width) {
 void SettingsView::appeared() {
     server_.requestSmsHistory();
     server_.requestCallHistory();
-    refreshAccessibility();
+    remoteControlTab_.refreshAccessibility();
     refreshNotifStatus();
     refreshDates();
 }
 
 void SettingsView::becameActive() {
-    refreshAccessibility();
+    remoteControlTab_.refreshAccessibility();
     emit localIPChanged(); // the network may be another by now
     refreshDates();
 }
@@ -138,7 +136,7 @@ void SettingsView::refreshDates() {
     // What was today when it was shown may be yesterday by now.
     filteredConversations_.refresh();
     calls_.refresh();
-    items_.refreshNames(); // their times too
+    notificationsTab_.refresh();
 }
 
 } // namespace brenvale

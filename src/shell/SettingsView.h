@@ -6,16 +6,16 @@
 #include "messages/ConversationListModel.h"
 #include "messages/Conversations.h"
 #include "messages/MessageListModel.h"
+#include "notifications/NotificationsTab.h"
 #include "platform/InternalNotifications.h"
-#include "records/HistoryListModels.h"
 #include "records/Published.h"
 #include "records/SimInfo.h"
+#include "remote/RemoteControlTab.h"
+#include "shell/ClipboardTab.h"
 #include "shell/PhoneStatus.h"
-#include "shell/Tab.h"
+#include "transfer/FileDropTab.h"
 
 #include <QObject>
-#include <QUrl>
-#include <QUuid>
 #include <QVariantList>
 
 #include <optional>
@@ -68,21 +68,11 @@ class SettingsView final : public QObject {
     Q_PROPERTY(QVariantList dialButtons READ dialButtons CONSTANT)
     Q_PROPERTY(brenvale::CountedListModel* phoneCallLog READ callListModel CONSTANT)
 
-    // Notifications, Clipboard, File Drop
-    Q_PROPERTY(brenvale::CountedListModel* items READ items CONSTANT)
-    Q_PROPERTY(QString notificationCountText READ notificationCountText NOTIFY notificationCountTextChanged)
-    Q_PROPERTY(QString replyingTo READ replyingTo NOTIFY replyingToChanged)
-    Q_PROPERTY(QString replyText READ replyText WRITE setReplyText NOTIFY replyTextChanged)
-    Q_PROPERTY(brenvale::CountedListModel* clipboardHistory READ clipboardHistory CONSTANT)
-    Q_PROPERTY(brenvale::CountedListModel* fileTransfers READ fileTransfers CONSTANT)
-
-    // Remote
-    Q_PROPERTY(QVariantList mediaButtons READ mediaButtons CONSTANT)
-    Q_PROPERTY(QVariantList volumeButtons READ volumeButtons CONSTANT)
-    Q_PROPERTY(QVariantList dPadButtons READ dPadButtons CONSTANT)
-    Q_PROPERTY(QVariantList coreButtons READ coreButtons CONSTANT)
-    Q_PROPERTY(QVariantList systemButtons READ systemButtons CONSTANT)
-    Q_PROPERTY(QVariantList shortcutRows READ shortcutRows CONSTANT)
+    // The rooms of the other tabs; that with nothing but texts needs none
+    Q_PROPERTY(brenvale::FileDropTab* fileDropTab READ fileDropTab CONSTANT)
+    Q_PROPERTY(brenvale::NotificationsTab* notificationsTab READ notificationsTab CONSTANT)
+    Q_PROPERTY(brenvale::RemoteControlTab* remoteControlTab READ remoteControlTab CONSTANT)
+    Q_PROPERTY(brenvale::ClipboardTab* clipboardTab READ clipboardTab CONSTANT)
 
     // Settings
     Q_PROPERTY(bool isConnected READ isConnected NOTIFY phoneStatusChanged)
@@ -96,7 +86,6 @@ class SettingsView final : public QObject {
     Q_PROPERTY(QString localIP READ localIP NOTIFY localIPChanged)
     Q_PROPERTY(int notifAuthStatus READ notifAuthStatus NOTIFY notifAuthStatusChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
-    Q_PROPERTY(bool isAccessibilityEnabled READ isAccessibilityEnabled NOTIFY isAccessibilityEnabledChanged)
 
 public:
     using Conversation = brenvale::Conversation;
@@ -163,6 +152,9 @@ public:
     /// Sends the draft to the open thread and shows it there at once. Does nothing without either.
     Q_INVOKABLE void sendChatMessage();
 
+    /// Puts the text of a message on the clipboard.
+    Q_INVOKABLE void copyMessage(const QString& body);
+
     // messages/Sims.cpp
 
     [[nodiscard]] QStringList simCarriers() const;
@@ -211,45 +203,10 @@ public:
         return names_.contactName(address, providedName);
     }
 
-    // notifications/NotificationsTab.cpp
-    [[nodiscard]] NotifListModel* items() { return &items_; }
-    [[nodiscard]] QString notificationCountText() const;
-
-    /// The `rowId` of the row whose reply line is open; empty for none.
-    [[nodiscard]] QString replyingTo() const;
-    [[nodiscard]] const QString& replyText() const { return replyText_; }
-    void setReplyText(const QString& text);
-    Q_INVOKABLE void openReply(const QString& rowId);
-    Q_INVOKABLE void sendReply(const QString& rowId);
-    Q_INVOKABLE void cancelReply();
-    Q_INVOKABLE void clearNotifications();
-
-    // shell/ClipboardTab.cpp
-    [[nodiscard]] ClipboardListModel* clipboardHistory() { return &clipboardHistory_; }
-    Q_INVOKABLE void clearClipboard();
-    Q_INVOKABLE void sendCurrentClipboard();
-    Q_INVOKABLE void copyText(const QString& text);
-
-    // transfer/FileDropTab.cpp
-    [[nodiscard]] FileTransferListModel* fileTransfers() { return &fileTransfers_; }
-    Q_INVOKABLE void clearFileTransfers();
-    Q_INVOKABLE void sendFiles(const QList<QUrl>& files);
-    Q_INVOKABLE void showInFolder(const QUrl& file);
-
-    // remote/RemoteControlTab.cpp
-
-    /// Values of `ControlPadButton`; `sendNavCommand` sends those of the last three, and `dPadButtons` are
-    /// up, left, centre, right and down.
-    [[nodiscard]] static QVariantList mediaButtons();
-    [[nodiscard]] static QVariantList volumeButtons();
-    [[nodiscard]] static QVariantList dPadButtons();
-    [[nodiscard]] static QVariantList coreButtons();
-    [[nodiscard]] static QVariantList systemButtons();
-
-    /// Maps with "key" and "description".
-    [[nodiscard]] static QVariantList shortcutRows();
-    Q_INVOKABLE void sendMediaCommand(const QString& command);
-    Q_INVOKABLE void sendNavCommand(const QString& command);
+    [[nodiscard]] FileDropTab* fileDropTab() { return &fileDropTab_; }
+    [[nodiscard]] NotificationsTab* notificationsTab() { return &notificationsTab_; }
+    [[nodiscard]] RemoteControlTab* remoteControlTab() { return &remoteControlTab_; }
+    [[nodiscard]] ClipboardTab* clipboardTab() { return &clipboardTab_; }
 
     // shell/SettingsTab.cpp
 
@@ -265,6 +222,8 @@ public:
     /// Stores what the field holds, if that is an integer; otherwise the field is to show `portText` again.
     Q_INVOKABLE bool commitPort(const QString& text);
     Q_INVOKABLE void restartServer();
+
+    Q_INVOKABLE void copyLocalIP();
 
     /// The settings tab comes on screen.
     Q_INVOKABLE void settingsTabAppeared();
@@ -283,11 +242,6 @@ public:
     /// What the user chose, even where the desktop did not take it.
     [[nodiscard]] bool launchAtLogin() const { return launchAtLogin_; }
     void setLaunchAtLogin(bool isWanted);
-
-    /// Whether the phone's keys and pointer reach other programs.
-    [[nodiscard]] bool isAccessibilityEnabled() const { return isAccessibilityEnabled_; }
-    Q_INVOKABLE void refreshAccessibility();
-    Q_INVOKABLE void openAccessibilitySettings();
 
     // No control shows or changes these.
     QStringList selectedRecipients;
@@ -308,16 +262,12 @@ signals:
     void chatTextChanged();
     void simsChanged();
     void dialpadNumberChanged();
-    void notificationCountTextChanged();
-    void replyingToChanged();
-    void replyTextChanged();
     void phoneStatusChanged();
     void portChanged();
     void serverRestartNeededChanged();
     void localIPChanged();
     void notifAuthStatusChanged();
     void launchAtLoginChanged();
-    void isAccessibilityEnabledChanged();
 
 private:
     // shell/SettingsView.cpp
@@ -341,15 +291,11 @@ private:
     // messages/Sims.cpp
     void simsReported(const QList<SimInfo>& sims);
 
-    // notifications/NotificationsTab.cpp
-    void setReplyingTo(const std::optional<QUuid>& row);
-
     // shell/SettingsTab.cpp
     [[nodiscard]] qint64 storedPort() const;
     void storedPortChanged();
 
     // shell/SystemStatus.cpp
-    [[nodiscard]] bool isProcessTrusted() const;
     void setNotifAuthStatus(AuthorizationStatus status);
 
     Platform& platform_;
@@ -378,12 +324,10 @@ private:
     CallListModel calls_;
     QString dialpadNumber_;
 
-    // Notifications, Clipboard, File Drop
-    NotifListModel items_;
-    ClipboardListModel clipboardHistory_;
-    FileTransferListModel fileTransfers_;
-    std::optional<QUuid> replyingTo_;
-    QString replyText_;
+    FileDropTab fileDropTab_;
+    NotificationsTab notificationsTab_;
+    RemoteControlTab remoteControlTab_;
+    ClipboardTab clipboardTab_;
 
     // Settings
     PhoneStatus phone_;
@@ -391,7 +335,6 @@ private:
     bool serverRestartNeeded_ = false;
     AuthorizationStatus notifAuthStatus_{}; ///< not determined
     bool launchAtLogin_;
-    bool isAccessibilityEnabled_;
 
     std::vector<Subscription> subscriptions_; ///< last: no observer is called while the rest goes
 };

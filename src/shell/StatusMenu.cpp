@@ -1,9 +1,9 @@
 #include "link/WebSocketServer.h"
 #include "platform/DispatchQueue.h"
-#include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "platform/StatusItem.h"
 #include "shell/AppDelegate.h"
+#include "shell/SendClipboard.h"
 #include "shell/Tab.h"
 
 #include <QCoreApplication>
@@ -76,18 +76,10 @@ void AppDelegate::activateAction(const QString& name) {
     } else if (command->tab >= 0) {
         showSettings(command->tab);
     } else if (command->name == sendClipboardCommand.name) {
-        sendClipboard();
+        sendClipboard(platform_.pasteboard, server_);
     } else {
         QCoreApplication::quit();
     }
-}
-
-void AppDelegate::sendClipboard() {
-    platform_.pasteboard.string([&server = server_](const std::optional<QString>& text) {
-        if (text && !text->isEmpty()) {
-            server.sendClipboard(*text);
-        }
-    });
 }
 
 } // namespace brenvale

@@ -1,4 +1,3 @@
-#include "platform/AccessibilityTrust.h"
 #include "platform/DispatchQueue.h"
 #include "platform/Platform.h"
 #include "platform/SystemSettings.h"
@@ -62,26 +61,6 @@ void SettingsView::setLaunchAtLogin(bool isWanted) {
     launchAtLogin_ = isWanted;
     LaunchAtLoginManager::setEnabled(platform_, isWanted);
     emit launchAtLoginChanged();
-}
-
-bool SettingsView::isProcessTrusted() const {
-    return platform_.accessibilityTrust.isProcessTrusted(false);
-}
-
-void SettingsView::refreshAccessibility() {
-    if (const bool isEnabled = isProcessTrusted(); isEnabled != isAccessibilityEnabled_) {
-        isAccessibilityEnabled_ = isEnabled;
-        emit isAccessibilityEnabledChanged();
-    }
-}
-
-void SettingsView::openAccessibilitySettings() {
-    // A desktop that has the user consent in a dialog has no other place for it.
-    if (platform_.accessibilityTrust.state() == AccessibilityTrust::State::toBeAsked) {
-        platform_.accessibilityTrust.askUser();
-        return;
-    }
-    platform_.systemSettings.open(SystemSettings::Pane::accessibility);
 }
 
 } // namespace brenvale

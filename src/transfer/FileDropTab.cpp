@@ -1,23 +1,28 @@
+#include "transfer/FileDropTab.h"
+
 #include "link/WebSocketServer.h"
 #include "platform/FileViewer.h"
-#include "platform/Platform.h"
 #include "records/HistoryStore.h"
-#include "shell/SettingsView.h"
 
 namespace brenvale {
 
-void SettingsView::clearFileTransfers() {
+FileDropTab::FileDropTab(HistoryStore& history, WebSocketServer& server, FileViewer& fileViewer)
+    : history_(history), server_(server), fileViewer_(fileViewer), fileTransfers_(history) {}
+
+FileDropTab::~FileDropTab() = default;
+
+void FileDropTab::clearFileTransfers() {
     history_.clearFileTransfers();
 }
 
-void SettingsView::sendFiles(const QList<QUrl>& files) {
+void FileDropTab::sendFiles(const QList<QUrl>& files) {
     for (const auto& file : files) {
         server_.sendFile(file);
     }
 }
 
-void SettingsView::showInFolder(const QUrl& file) {
-    platform_.fileViewer.activateFileViewerSelecting(file);
+void FileDropTab::showInFolder(const QUrl& file) {
+    fileViewer_.activateFileViewerSelecting(file);
 }
 
 } // namespace brenvale

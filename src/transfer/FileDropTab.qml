@@ -7,7 +7,7 @@ import Brenvale
 Rectangle {
     id: tab
 
-    required property SettingsView view
+    required property FileDropState fileDrop
 
     color: Theme.controlBackground
 
@@ -21,9 +21,9 @@ Rectangle {
         description: "Easily move files between your Mac and Android. Received files are saved to your Downloads folder."
         actionText: "Send Files..."
         actionSymbol: "document-send"
-        canClear: tab.view.fileTransfers.count > 0
-        onActionTriggered: FilePicker.open(tab.view)
-        onClearTriggered: tab.view.clearFileTransfers()
+        canClear: tab.fileDrop.fileTransfers.count > 0
+        onActionTriggered: FilePicker.open(tab.fileDrop)
+        onClearTriggered: tab.fileDrop.clearFileTransfers()
     }
     // No text: the tab's head says what it is for.
     EmptyState {
@@ -42,9 +42,9 @@ Rectangle {
             topMargin: header.height
         }
         helpText: "File transfers"
-        model: tab.view.fileTransfers
+        model: tab.fileDrop.fileTransfers
         delegate: FileTransferRow {
-            onFolderRequested: file => tab.view.showInFolder(file)
+            onFolderRequested: file => tab.fileDrop.showInFolder(file)
         }
     }
     DropArea {
@@ -53,7 +53,7 @@ Rectangle {
         anchors.fill: parent
         onEntered: drag => drag.accepted = drag.hasUrls
         onDropped: drop => {
-            tab.view.sendFiles(drop.urls);
+            tab.fileDrop.sendFiles(drop.urls);
             drop.accept(Qt.CopyAction);
         }
     }

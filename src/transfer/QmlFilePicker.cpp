@@ -25,7 +25,7 @@ QWidget* openDialog() {
 
 } // namespace
 
-void FilePicker::open(SettingsView* view) {
+void FilePicker::open(FileDropTab* tab) {
     if (auto* dialog = openDialog()) {
         dialog->raise();
         dialog->activateWindow();
@@ -38,8 +38,8 @@ void FilePicker::open(SettingsView* view) {
     dialog->setFileMode(QFileDialog::ExistingFiles);
     dialog->setDirectory(QDir::homePath());
     // Not every kind of dialog tells of its files by a signal; all of them have them when they are accepted.
-    QObject::connect(dialog, &QDialog::accepted, view,
-                     [dialog, view] { view->sendFiles(dialog->selectedUrls()); });
+    QObject::connect(dialog, &QDialog::accepted, tab,
+                     [dialog, tab] { tab->sendFiles(dialog->selectedUrls()); });
     if (auto* window = QGuiApplication::focusWindow()) {
         (void)dialog->winId(); // makes the window that is to stand before ours
         dialog->windowHandle()->setTransientParent(window);

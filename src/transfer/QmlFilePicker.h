@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/SettingsView.h"
+#include "transfer/FileDropTab.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -17,8 +17,8 @@ public:
     using QObject::QObject;
 
     /// Shows the picker and returns; one that is open comes to the front. What the user takes is sent by
-    /// `view`, in the picker's order, whatever the window shows by then.
-    Q_INVOKABLE static void open(brenvale::SettingsView* view);
+    /// `tab`, in the picker's order, whatever the window shows by then.
+    Q_INVOKABLE static void open(brenvale::FileDropTab* tab);
 };
 
 } // namespace brenvale

@@ -134,13 +134,14 @@ TEST_F(CallsTab, ANameThatTheLogBringsIsShownEverywhere) {
     std::vector<std::string> conversationChanges;
     std::vector<std::string> notificationChanges;
     recordChanges(*view.filteredConversations(), conversationChanges);
-    recordChanges(*view.items(), notificationChanges);
+    recordChanges(*view.notificationsTab()->items(), notificationChanges);
     reportCalls({{.number = QStringLiteral("1"), .name = QStringLiteral("Ann")}});
     EXPECT_THAT(conversationChanges, ElementsAre("change 0-0"));
     EXPECT_THAT(notificationChanges, ElementsAre("change 0-0"));
     EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::ShownNameRole),
                 ElementsAre("Ann"));
-    EXPECT_THAT(column(*view.items(), NotifListModel::ShownTitleRole), ElementsAre("Ann"));
+    EXPECT_THAT(column(*view.notificationsTab()->items(), NotifListModel::ShownTitleRole),
+                ElementsAre("Ann"));
     EXPECT_EQ(view.threadName(), QStringLiteral("Ann"));
 }
 

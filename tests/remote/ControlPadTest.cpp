@@ -1,13 +1,9 @@
 #include "remote/ControlPad.h"
-#include "fakes/TestView.h"
-
-#include <QMetaProperty>
 
 #include <gmock/gmock.h>
 
 using namespace brenvale;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -27,8 +23,6 @@ std::vector<std::string> titles(const QList<ControlPadButton>& buttons) {
     }
     return texts;
 }
-
-struct RemoteTab : testing::Test, TestView {};
 
 } // namespace
 
@@ -64,32 +58,6 @@ TEST(ControlPad, TheSecondShortcutThatATipPromisesIsNotBound) {
             EXPECT_FALSE(button.shortcut.contains(QStringLiteral("Backspace")));
         }
     }
-}
-
-TEST_F(RemoteTab, SendsCommandsOfBothKinds) {
-    connect();
-    view.sendMediaCommand(QStringLiteral("play_pause"));
-    view.sendNavCommand(QStringLiteral("dpad_center"));
-    EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"media_command","command":"play_pause"})",
-                                        R"({"action":"nav_command","command":"dpad_center"})"));
-}
-
-TEST_F(RemoteTab, WithoutAPhoneNothingIsTold) {
-    view.sendNavCommand(QStringLiteral("home"));
-    run();
-    EXPECT_THAT(fake.log.lines(), IsEmpty());
-}
-
-TEST_F(RemoteTab, ViewsReadTheButtonsByName) {
-    const auto back = SettingsView::coreButtons()[0].value<ControlPadButton>();
-    const auto& type = ControlPadButton::staticMetaObject;
-    for (const auto* name : {"title", "icon", "command", "help", "shortcut"}) {
-        EXPECT_FALSE(type.property(type.indexOfProperty(name)).readOnGadget(&back).toString().isEmpty())
-            << name;
-    }
-    EXPECT_EQ(SettingsView::shortcutRows()[8].toMap()[QStringLiteral("description")],
-              QStringLiteral("Global search"));
-    EXPECT_EQ(SettingsView::shortcutRows().size(), 10);
 }
 
 TEST(ControlPad, AnIconThatStandsAloneHasANameToBeReadOut) {

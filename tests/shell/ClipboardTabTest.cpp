@@ -1,4 +1,5 @@
-#include "fakes/TestView.h"
+#include "shell/ClipboardTab.h"
+#include "fakes/TestPhone.h"
 #include "records/Instant.h"
 
 #include <gmock/gmock.h>
@@ -8,57 +9,59 @@ using testing::ElementsAre;
 
 namespace {
 
-struct ClipboardTab : testing::Test, TestView {};
+struct Clipboard : testing::Test, TestPhone {
+    ClipboardTab tab{*store, *server, fake.pasteboard};
+};
 
 } // namespace
 
-TEST_F(ClipboardTab, ShowsWhatThePhoneSent) {
+TEST_F(Clipboard, ShowsWhatThePhoneSent) {
     receive(R"({"action":"clipboard","text":"one"})");
     receive(R"({"action":"clipboard","text":"two"})");
-    EXPECT_THAT(column(*view.clipboardHistory(), ClipboardListModel::TextRole), ElementsAre("two", "one"));
-    EXPECT_EQ(view.clipboardHistory()->count(), 2);
-    EXPECT_THAT(column(*view.clipboardHistory(), ClipboardListModel::DateTextRole)[0],
+    EXPECT_THAT(column(*tab.clipboardHistory(), ClipboardListModel::TextRole), ElementsAre("two", "one"));
+    EXPECT_EQ(tab.clipboardHistory()->count(), 2);
+    EXPECT_THAT(column(*tab.clipboardHistory(), ClipboardListModel::DateTextRole)[0],
                 abbreviatedDateAndTime(store->clipboardHistory.get()[0].date));
 }
 
-TEST_F(ClipboardTab, ClearsItsOwnListAlone) {
+TEST_F(Clipboard, ClearsItsOwnListAlone) {
     store->addClipboard(QStringLiteral("one"));
     store->add({.id = QUuid::createUuid()});
-    view.clearClipboard();
-    EXPECT_EQ(view.clipboardHistory()->count(), 0);
-    EXPECT_EQ(view.items()->count(), 1);
+    tab.clearClipboard();
+    EXPECT_EQ(tab.clipboardHistory()->count(), 0);
+    EXPECT_EQ(store->items.get().size(), 1);
 }
 
-TEST_F(ClipboardTab, SendsTheClipboardAndKeepsNoRecordOfIt) {
+TEST_F(Clipboard, SendsTheClipboardAndKeepsNoRecordOfIt) {
     connect();
     fake.pasteboard.contents = QStringLiteral("text");
-    view.sendCurrentClipboard();
+    tab.sendCurrentClipboard();
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"clipboard","text":"text"})"));
-    EXPECT_EQ(view.clipboardHistory()->count(), 0);
+    EXPECT_EQ(tab.clipboardHistory()->count(), 0);
 }
 
-TEST_F(ClipboardTab, SendsNoEmptyClipboard) {
+TEST_F(Clipboard, SendsNoEmptyClipboard) {
     connect();
-    view.sendCurrentClipboard();
+    tab.sendCurrentClipboard();
     fake.pasteboard.contents = QString();
-    view.sendCurrentClipboard();
+    tab.sendCurrentClipboard();
     EXPECT_THAT(takeSent(), ElementsAre());
 }
 
-TEST_F(ClipboardTab, SendsTheTextWhenItsOwnerGivesIt) {
+TEST_F(Clipboard, SendsTheTextWhenItsOwnerGivesIt) {
     connect();
     fake.pasteboard.isSlow = true;
-    view.sendCurrentClipboard();
+    tab.sendCurrentClipboard();
     EXPECT_THAT(takeSent(), ElementsAre());
     fake.pasteboard.contents = QStringLiteral("late");
     fake.pasteboard.answerAll();
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"clipboard","text":"late"})"));
 }
 
-TEST_F(ClipboardTab, CopiesAllOfAText) {
+TEST_F(Clipboard, CopiesAllOfAText) {
     const auto text = QStringLiteral("line\n").repeated(20);
     store->addClipboard(text);
-    view.copyText(column(*view.clipboardHistory(), ClipboardListModel::TextRole)[0]);
+    tab.copyText(column(*tab.clipboardHistory(), ClipboardListModel::TextRole)[0]);
     EXPECT_THAT(fake.pasteboard.calls, ElementsAre("clear", QStringLiteral("set:") + text));
-    EXPECT_EQ(view.clipboardHistory()->count(), 1);
+    EXPECT_EQ(tab.clipboardHistory()->count(), 1);
 }

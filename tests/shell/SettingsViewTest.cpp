@@ -1,4 +1,5 @@
 #include "fakes/TestView.h"
+#include "shell/Tab.h"
 
 #include <gmock/gmock.h>
 
@@ -44,6 +45,21 @@ TEST_F(Window, ShowsDatesAfreshWhenItAppearsOrTheUserComesBack) {
     EXPECT_EQ(told, 4);
     EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::RelativeDateRole),
                 ElementsAre("Yesterday"));
+}
+
+TEST_F(Window, LooksForTheAccessibilityPermissionWhenItAppearsAndWhenTheUserComesBack) {
+    const auto told =
+        countSignals(*view.remoteControlTab(), &RemoteControlTab::isAccessibilityEnabledChanged);
+    EXPECT_FALSE(view.remoteControlTab()->isAccessibilityEnabled());
+    fake.accessibilityTrust.isTrusted = true; // where no observer is told
+    EXPECT_FALSE(view.remoteControlTab()->isAccessibilityEnabled());
+    view.becameActive();
+    EXPECT_TRUE(view.remoteControlTab()->isAccessibilityEnabled());
+    fake.accessibilityTrust.isTrusted = false;
+    view.appeared();
+    EXPECT_FALSE(view.remoteControlTab()->isAccessibilityEnabled());
+    EXPECT_EQ(*told, 2);
+    EXPECT_EQ(fake.accessibilityTrust.prompts, 0) << "looking must not ask the user";
 }
 
 TEST_F(Window, KeepsTheLogsThatThePhoneSends) {

@@ -16,7 +16,6 @@ struct SystemStatus : testing::Test, TestView {
 
 using NotificationStatus = SystemStatus;
 using LoginSwitch = SystemStatus;
-using Accessibility = SystemStatus;
 
 } // namespace
 
@@ -66,9 +65,7 @@ TEST_F(NotificationStatus, AnAnswerThatComesTooLateIsDropped) {
 
 TEST_F(SystemStatus, TheSettingsOfTheDesktopOpenWhereTheyAreNeeded) {
     view.openNotificationSettings();
-    view.openAccessibilitySettings();
-    EXPECT_THAT(fake.systemSettings.opened,
-                ElementsAre(SystemSettings::Pane::notifications, SystemSettings::Pane::accessibility));
+    EXPECT_THAT(fake.systemSettings.opened, ElementsAre(SystemSettings::Pane::notifications));
 }
 
 TEST_F(LoginSwitch, IsReadWhenTheViewIsMadeAndNeverAgain) {
@@ -97,53 +94,6 @@ TEST_F(LoginSwitch, AFailureDoesNotPutTheSwitchBack) {
     view.setLaunchAtLogin(true);
     EXPECT_TRUE(view.launchAtLogin());
     EXPECT_FALSE(fake.loginItem.enabled);
-}
-
-TEST_F(Accessibility, IsReadWhenTheWindowAppearsAndWhenTheUserComesBack) {
-    const auto told = countSignals(view, &SettingsView::isAccessibilityEnabledChanged);
-    EXPECT_FALSE(view.isAccessibilityEnabled());
-    fake.accessibilityTrust.isTrusted = true; // where no observer is told
-    EXPECT_FALSE(view.isAccessibilityEnabled());
-    view.becameActive();
-    EXPECT_TRUE(view.isAccessibilityEnabled());
-    fake.accessibilityTrust.isTrusted = false;
-    view.appeared();
-    EXPECT_FALSE(view.isAccessibilityEnabled());
-    EXPECT_EQ(*told, 2);
-    EXPECT_EQ(fake.accessibilityTrust.prompts, 0) << "looking must not ask the user";
-}
-
-TEST_F(Accessibility, IsReadWhenTheUserAsks) {
-    fake.accessibilityTrust.isTrusted = true;
-    view.refreshAccessibility();
-    EXPECT_TRUE(view.isAccessibilityEnabled());
-}
-
-TEST_F(Accessibility, IsFollowedAsTheConsentComesAndGoes) {
-    const auto told = countSignals(view, &SettingsView::isAccessibilityEnabledChanged);
-    fake.accessibilityTrust.change(true);
-    EXPECT_TRUE(view.isAccessibilityEnabled());
-    fake.accessibilityTrust.change(true);
-    fake.accessibilityTrust.change(false);
-    EXPECT_FALSE(view.isAccessibilityEnabled());
-    EXPECT_EQ(*told, 2);
-}
-
-TEST_F(Accessibility, TheButtonHasTheDesktopAskWhereItCan) {
-    fake.accessibilityTrust.isAskable = true;
-    view.openAccessibilitySettings();
-    EXPECT_EQ(fake.accessibilityTrust.wishes, 1);
-    EXPECT_TRUE(fake.systemSettings.opened.empty());
-    EXPECT_EQ(fake.accessibilityTrust.prompts, 0) << "a start's question would be none after a refusal";
-}
-
-TEST_F(Accessibility, TheButtonOpensTheSettingsWhereThereIsNobodyToAsk) {
-    view.openAccessibilitySettings();
-    fake.accessibilityTrust.isAskable = true;
-    fake.accessibilityTrust.isTrusted = true;
-    view.openAccessibilitySettings();
-    EXPECT_EQ(fake.accessibilityTrust.wishes, 0);
-    EXPECT_EQ(fake.systemSettings.opened.size(), 2);
 }
 
 TEST_F(SystemStatus, TheAddressIsReadAnewWheneverItIsLookedAt) {

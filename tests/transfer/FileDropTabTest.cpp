@@ -1,4 +1,5 @@
-#include "fakes/TestView.h"
+#include "transfer/FileDropTab.h"
+#include "fakes/TestPhone.h"
 #include "transfer/TransferText.h"
 
 #include <QFile>
@@ -12,7 +13,7 @@ using testing::HasSubstr;
 
 namespace {
 
-struct FileDropTab : testing::Test, TestView {
+struct FileDrop : testing::Test, TestPhone {
     QUrl makeFile(const QString& name) {
         const auto path = fake.downloads.path + u'/' + name;
         QFile file(path);
@@ -20,40 +21,42 @@ struct FileDropTab : testing::Test, TestView {
         file.write("x");
         return QUrl::fromLocalFile(path);
     }
+
+    FileDropTab tab{*store, *server, fake.fileViewer};
 };
 
 } // namespace
 
-TEST_F(FileDropTab, SendsTheChosenFilesInTheirOrder) {
+TEST_F(FileDrop, SendsTheChosenFilesInTheirOrder) {
     connect();
-    view.sendFiles({makeFile(QStringLiteral("a")), makeFile(QStringLiteral("b"))});
+    tab.sendFiles({makeFile(QStringLiteral("a")), makeFile(QStringLiteral("b"))});
     const auto sent = takeSent();
     ASSERT_EQ(sent.size(), 4U);
     EXPECT_THAT(sent[0].toStdString(), HasSubstr(R"("fileName":"a")"));
     EXPECT_THAT(sent[2].toStdString(), HasSubstr(R"("fileName":"b")"));
-    EXPECT_THAT(column(*view.fileTransfers(), FileTransferListModel::FileNameRole), ElementsAre("b", "a"));
+    EXPECT_THAT(column(*tab.fileTransfers(), FileTransferListModel::FileNameRole), ElementsAre("b", "a"));
 }
 
-TEST_F(FileDropTab, ShowsAFileInItsFolder) {
+TEST_F(FileDrop, ShowsAFileInItsFolder) {
     const auto url = makeFile(QStringLiteral("a"));
-    view.showInFolder(url);
+    tab.showInFolder(url);
     EXPECT_THAT(fake.fileViewer.shown, ElementsAre(url));
 }
 
-TEST_F(FileDropTab, ClearsItsOwnListAlone) {
+TEST_F(FileDrop, ClearsItsOwnListAlone) {
     store->addFileTransfer({.id = QUuid::createUuid()});
     store->addClipboard(QStringLiteral("one"));
-    view.clearFileTransfers();
-    EXPECT_EQ(view.fileTransfers()->count(), 0);
-    EXPECT_EQ(view.clipboardHistory()->count(), 1);
+    tab.clearFileTransfers();
+    EXPECT_EQ(tab.fileTransfers()->count(), 0);
+    EXPECT_EQ(store->clipboardHistory.get().size(), 1);
 }
 
-TEST_F(FileDropTab, ARowRunsFromItsPercentToItsEnd) {
+TEST_F(FileDrop, ARowRunsFromItsPercentToItsEnd) {
     const QDateTime date(QDate(2026, 3, 15), QTime(9, 41));
     const FileTransferRecord record{
         .id = QUuid::createUuid(), .fileSize = 1'234'567, .date = date, .progress = 0.5};
     store->addFileTransfer(record);
-    const auto row = view.fileTransfers()->index(0);
+    const auto row = tab.fileTransfers()->index(0);
     EXPECT_EQ(row.data(FileTransferListModel::ProgressTextRole), QStringLiteral("50%"));
     EXPECT_FALSE(row.data(FileTransferListModel::UrlRole).isValid());
     store->updateFileTransfer(record.id, 1, true, QUrl(QStringLiteral("file:///a")));

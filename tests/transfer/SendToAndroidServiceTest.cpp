@@ -1,5 +1,6 @@
 #include "fakes/TestDelegate.h"
 #include "shell/SettingsView.h"
+#include "shell/Tab.h"
 
 #include <QFile>
 

@@ -15,7 +15,7 @@ using testing::Not;
 
 namespace {
 
-struct CallsTab : testing::Test, TestWindow {
+struct Calls : testing::Test, TestWindow {
     void open() {
         show(Tab::call);
         (void)takeSent();
@@ -48,21 +48,21 @@ CallRecord call(const char* number, const char* name, qint64 type = 1) {
 
 } // namespace
 
-TEST_F(CallsTab, WhatIsTypedIsDialledAsSoonAsTheTabShows) {
+TEST_F(Calls, WhatIsTypedIsDialledAsSoonAsTheTabShows) {
     open();
     type(QStringLiteral("01*#"));
     EXPECT_EQ(number(), "01*#");
     EXPECT_EQ(shownNumber(), "01*#");
 }
 
-TEST_F(CallsTab, WhatIsTypedIsDialledAfterAClickOnTheTab) {
+TEST_F(Calls, WhatIsTypedIsDialledAfterAClickOnTheTab) {
     show(Tab::sms);
     click(*item(QAccessible::ListItem, QStringLiteral("Call")));
     type(QStringLiteral("12"));
     EXPECT_EQ(number(), "12");
 }
 
-TEST_F(CallsTab, TheSidebarKeepsTheKeyboardOfWhoWalksThroughIt) {
+TEST_F(Calls, TheSidebarKeepsTheKeyboardOfWhoWalksThroughIt) {
     show(Tab::sms);
     focus("Tabs");
     type(Qt::Key_Up);
@@ -72,7 +72,7 @@ TEST_F(CallsTab, TheSidebarKeepsTheKeyboardOfWhoWalksThroughIt) {
     EXPECT_TRUE(hasFocus("Number")) << "and typing goes on there";
 }
 
-TEST_F(CallsTab, ReturnInTheSidebarPlacesNoCall) {
+TEST_F(Calls, ReturnInTheSidebarPlacesNoCall) {
     show(Tab::call);
     type(QStringLiteral("12"));
     show(Tab::sms);
@@ -84,7 +84,7 @@ TEST_F(CallsTab, ReturnInTheSidebarPlacesNoCall) {
     EXPECT_EQ(view.selectedTab(), Tab::sms);
 }
 
-TEST_F(CallsTab, ReturnCallsAfterTheSidebarWasHidden) {
+TEST_F(Calls, ReturnCallsAfterTheSidebarWasHidden) {
     open();
     type(QStringLiteral("12"));
     click(*item(QAccessible::Button, QStringLiteral("Hide Sidebar")));
@@ -92,7 +92,7 @@ TEST_F(CallsTab, ReturnCallsAfterTheSidebarWasHidden) {
     EXPECT_THAT(takeCommands(), ElementsAre("make_call"));
 }
 
-TEST_F(CallsTab, ThePadHasTheKeyboardAfterEachClickOnItsTab) {
+TEST_F(Calls, ThePadHasTheKeyboardAfterEachClickOnItsTab) {
     show(Tab::call);
     click(*item(QAccessible::ListItem, QStringLiteral("Info")));
     click(*item(QAccessible::ListItem, QStringLiteral("Call")));
@@ -101,7 +101,7 @@ TEST_F(CallsTab, ThePadHasTheKeyboardAfterEachClickOnItsTab) {
     EXPECT_THAT(takeCommands(), Contains("make_call"));
 }
 
-TEST_F(CallsTab, AHeldKeyPlacesOneCall) {
+TEST_F(Calls, AHeldKeyPlacesOneCall) {
     reportCalls({call("12", "Ann")});
     for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
         for (const auto* place : {"Recent Calls", "Call"}) {
@@ -114,7 +114,7 @@ TEST_F(CallsTab, AHeldKeyPlacesOneCall) {
     }
 }
 
-TEST_F(CallsTab, AHeldDigitRepeats) {
+TEST_F(Calls, AHeldDigitRepeats) {
     open();
     for (const bool isRepeat : {false, true, true}) {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_1, Qt::NoModifier, QStringLiteral("1"), isRepeat);
@@ -123,7 +123,7 @@ TEST_F(CallsTab, AHeldDigitRepeats) {
     EXPECT_EQ(number(), "111");
 }
 
-TEST_F(CallsTab, ArrowsWalkThroughThePad) {
+TEST_F(Calls, ArrowsWalkThroughThePad) {
     open();
     type(QStringLiteral("1"));
     const auto goTo = [this](std::initializer_list<Qt::Key> keys) {
@@ -141,14 +141,14 @@ TEST_F(CallsTab, ArrowsWalkThroughThePad) {
     EXPECT_EQ(goTo({Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}), "Number");
 }
 
-TEST_F(CallsTab, WhatIsTypedIsTheDisplaysValue) {
+TEST_F(Calls, WhatIsTypedIsTheDisplaysValue) {
     open();
     EXPECT_EQ(shownNumber(), "");
     type(QStringLiteral("12"));
     EXPECT_EQ(shownNumber(), "12");
 }
 
-TEST_F(CallsTab, TheLogScrollsByThePageKeys) {
+TEST_F(Calls, TheLogScrollsByThePageKeys) {
     QList<CallRecord> log;
     for (int i = 0; i < 100; ++i) {
         log.append(call("12", "Ann"));
@@ -160,13 +160,13 @@ TEST_F(CallsTab, TheLogScrollsByThePageKeys) {
     EXPECT_GT(list->property("contentY").toDouble(), 200);
 }
 
-TEST_F(CallsTab, LettersAndThePlusAreNotDialled) {
+TEST_F(Calls, LettersAndThePlusAreNotDialled) {
     open();
     type(QStringLiteral("a+ 1"));
     EXPECT_EQ(number(), "1");
 }
 
-TEST_F(CallsTab, BothDeleteKeysTakeTheLastDigit) {
+TEST_F(Calls, BothDeleteKeysTakeTheLastDigit) {
     open();
     type(QStringLiteral("123"));
     type(Qt::Key_Backspace);
@@ -174,7 +174,7 @@ TEST_F(CallsTab, BothDeleteKeysTakeTheLastDigit) {
     EXPECT_EQ(number(), "1");
 }
 
-TEST_F(CallsTab, ReturnCallsAndKeepsTheNumber) {
+TEST_F(Calls, ReturnCallsAndKeepsTheNumber) {
     open();
     type(Qt::Key_Return);
     EXPECT_THAT(takeCommands(), IsEmpty()) << "there is no number yet";
@@ -184,7 +184,7 @@ TEST_F(CallsTab, ReturnCallsAndKeepsTheNumber) {
     EXPECT_EQ(number(), "12");
 }
 
-TEST_F(CallsTab, KeysTypeTheirMainText) {
+TEST_F(Calls, KeysTypeTheirMainText) {
     open();
     for (const auto* key : {"1", "0", "*", "#"}) {
         press(QString::fromUtf8(key));
@@ -193,14 +193,14 @@ TEST_F(CallsTab, KeysTypeTheirMainText) {
     EXPECT_EQ(number(), "10*#5");
 }
 
-TEST_F(CallsTab, AClickOnAKeyLeavesTheKeyboardToThePad) {
+TEST_F(Calls, AClickOnAKeyLeavesTheKeyboardToThePad) {
     open();
     click(*item(QAccessible::Button, QStringLiteral("5")));
     type(Qt::Key_Return);
     EXPECT_THAT(takeCommands(), ElementsAre("make_call"));
 }
 
-TEST_F(CallsTab, TypingGoesOnFromAnyOfItsButtons) {
+TEST_F(Calls, TypingGoesOnFromAnyOfItsButtons) {
     open();
     focus("1");
     type(QStringLiteral("7"));
@@ -210,7 +210,7 @@ TEST_F(CallsTab, TypingGoesOnFromAnyOfItsButtons) {
     EXPECT_THAT(takeCommands(), ElementsAre("make_call"));
 }
 
-TEST_F(CallsTab, WithoutANumberNothingCanBeCalledOrDeleted) {
+TEST_F(Calls, WithoutANumberNothingCanBeCalledOrDeleted) {
     open();
     EXPECT_FALSE(item(QAccessible::Button, QStringLiteral("Call"))->isEnabled());
     EXPECT_EQ(item(QAccessible::Button, QStringLiteral("Delete digit")), nullptr);
@@ -219,7 +219,7 @@ TEST_F(CallsTab, WithoutANumberNothingCanBeCalledOrDeleted) {
     EXPECT_NE(item(QAccessible::Button, QStringLiteral("Delete digit")), nullptr);
 }
 
-TEST_F(CallsTab, TheKeyboardStaysWhenTheLastDigitIsDeleted) {
+TEST_F(Calls, TheKeyboardStaysWhenTheLastDigitIsDeleted) {
     open();
     type(QStringLiteral("1"));
     press(QStringLiteral("Delete digit"));
@@ -232,7 +232,7 @@ TEST_F(CallsTab, TheKeyboardStaysWhenTheLastDigitIsDeleted) {
     EXPECT_EQ(number(), "3");
 }
 
-TEST_F(CallsTab, AButtonThatCannotBeSeenHasNoTip) {
+TEST_F(Calls, AButtonThatCannotBeSeenHasNoTip) {
     open();
     type(QStringLiteral("1"));
     focus("Delete digit");
@@ -242,14 +242,14 @@ TEST_F(CallsTab, AButtonThatCannotBeSeenHasNoTip) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return itemsOf("QQuickPopupItem").isEmpty(); }));
 }
 
-TEST_F(CallsTab, TheCallButtonCalls) {
+TEST_F(Calls, TheCallButtonCalls) {
     open();
     type(QStringLiteral("12"));
     press(QStringLiteral("Call"));
     EXPECT_THAT(takeCommands(), ElementsAre("make_call"));
 }
 
-TEST_F(CallsTab, TheSimIsChosenWhereThereAreSeveral) {
+TEST_F(Calls, TheSimIsChosenWhereThereAreSeveral) {
     open();
     store->availableSIMs.set({{.slot = 0}});
     settle();
@@ -262,7 +262,7 @@ TEST_F(CallsTab, TheSimIsChosenWhereThereAreSeveral) {
     EXPECT_TRUE(find(QAccessible::RadioButton, QStringLiteral("SIM 2"))->state().checked);
 }
 
-TEST_F(CallsTab, ArrowsChooseTheSim) {
+TEST_F(Calls, ArrowsChooseTheSim) {
     open();
     store->availableSIMs.set({{.slot = 0}, {.slot = 1}});
     settle();
@@ -275,7 +275,7 @@ TEST_F(CallsTab, ArrowsChooseTheSim) {
     EXPECT_EQ(view.selectedSimSlot(), 0);
 }
 
-TEST_F(CallsTab, WithoutCallsItSaysSo) {
+TEST_F(Calls, WithoutCallsItSaysSo) {
     open();
     EXPECT_TRUE(shows(QStringLiteral("No recent calls")));
     reportCalls({call("12", "Ann")});
@@ -283,7 +283,7 @@ TEST_F(CallsTab, WithoutCallsItSaysSo) {
     EXPECT_FALSE(shows(QStringLiteral("No recent calls")));
 }
 
-TEST_F(CallsTab, ARowSaysWhatItShows) {
+TEST_F(Calls, ARowSaysWhatItShows) {
     reportCalls({call("12", "Ann", 3), call("34", "", 2), call("56", "Bob")});
     open();
     EXPECT_THAT(names(QAccessible::Button),
@@ -291,7 +291,7 @@ TEST_F(CallsTab, ARowSaysWhatItShows) {
                               "Incoming call, Bob, 56, 1 Jan 1970"}));
 }
 
-TEST_F(CallsTab, AClickOnARowCallsAgain) {
+TEST_F(Calls, AClickOnARowCallsAgain) {
     reportCalls({call("12", "Ann", 3)});
     open();
     click(*itemsOf("CallRow_QMLTYPE").first());
@@ -299,7 +299,7 @@ TEST_F(CallsTab, AClickOnARowCallsAgain) {
     EXPECT_THAT(takeCommands(), ElementsAre("make_call"));
 }
 
-TEST_F(CallsTab, RowsAreReachedAndCalledByKeyboard) {
+TEST_F(Calls, RowsAreReachedAndCalledByKeyboard) {
     reportCalls({call("12", "Ann"), call("34", "Bob")});
     open();
     focus("Recent Calls");
@@ -308,7 +308,7 @@ TEST_F(CallsTab, RowsAreReachedAndCalledByKeyboard) {
     EXPECT_EQ(number(), "34");
 }
 
-TEST_F(CallsTab, TabReachesEveryControl) {
+TEST_F(Calls, TabReachesEveryControl) {
     reportCalls({call("12", "Ann")});
     open();
     type(QStringLiteral("1"));
@@ -316,7 +316,7 @@ TEST_F(CallsTab, TabReachesEveryControl) {
                                           "Delete digit", "Recent Calls", "Tabs"}));
 }
 
-TEST_F(CallsTab, AllOfThePadShowsInTheLowestWindow) {
+TEST_F(Calls, AllOfThePadShowsInTheLowestWindow) {
     open();
     quickView().resize(800, 500);
     settle();

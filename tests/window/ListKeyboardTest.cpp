@@ -39,7 +39,7 @@ TEST_F(ListKeyboard, ANewNotificationLeavesTheKeyboardToTheReply) {
     notify("Mail");
     settle();
     type(QStringLiteral("my way"));
-    EXPECT_EQ(view.replyText(), QStringLiteral("onmy way"));
+    EXPECT_EQ(view.notificationsTab()->replyText(), QStringLiteral("onmy way"));
 }
 
 TEST_F(ListKeyboard, TabReachesEachRowInTurnAndInSight) {

@@ -101,11 +101,11 @@ TEST_F(NotificationsTest, CancelKeepsTheDraftForTheNextReply) {
     show(Tab::notifications);
     ASSERT_TRUE(press("Reply"));
     EXPECT_FALSE(shows("Reply")) << "the line is in its place";
-    view.setReplyText(QStringLiteral("soon"));
+    view.notificationsTab()->setReplyText(QStringLiteral("soon"));
     ASSERT_TRUE(press("Cancel"));
     EXPECT_FALSE(shows("Type reply..."));
     ASSERT_TRUE(press("Reply"));
-    EXPECT_EQ(view.replyText(), QStringLiteral("soon"));
+    EXPECT_EQ(view.notificationsTab()->replyText(), QStringLiteral("soon"));
     EXPECT_EQ(find(QStringLiteral("Type reply..."))->text(QAccessible::Value), QStringLiteral("soon"));
 }
 

@@ -95,13 +95,13 @@ TEST_F(MainWindowTest, ComesBackAsItWas) {
     receive(R"({"app":"Chat","title":"Ann","body":"Lunch?"})");
     show(Tab::notifications);
     ASSERT_TRUE(press("Reply"));
-    view.setReplyText(QStringLiteral("On my way"));
+    view.notificationsTab()->setReplyText(QStringLiteral("On my way"));
     window.view()->resize(900, 600);
     close();
     show(Tab::notifications);
     EXPECT_EQ(window.view()->size(), QSize(900, 600));
     EXPECT_TRUE(shows("Type reply..."));
-    EXPECT_EQ(view.replyText(), QStringLiteral("On my way"));
+    EXPECT_EQ(view.notificationsTab()->replyText(), QStringLiteral("On my way"));
 }
 
 TEST_F(MainWindowTest, ComesBackInSightWhereItsScreenIsGone) {

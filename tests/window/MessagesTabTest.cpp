@@ -15,7 +15,7 @@ using testing::Not;
 
 namespace {
 
-struct MessagesTab : testing::Test, TestWindow {
+struct Messages : testing::Test, TestWindow {
     void open() {
         show(Tab::sms);
         (void)takeSent();
@@ -36,7 +36,7 @@ SmsRecord sms(const char* address, double date, const char* body, qint64 type = 
 
 } // namespace
 
-TEST_F(MessagesTab, AsksForBothLogsEachTimeItComesOnScreen) {
+TEST_F(Messages, AsksForBothLogsEachTimeItComesOnScreen) {
     show(Tab::sms);
     (void)takeSent();
     view.setSelectedTab(Tab::info);
@@ -44,7 +44,7 @@ TEST_F(MessagesTab, AsksForBothLogsEachTimeItComesOnScreen) {
     EXPECT_THAT(takeCommands(), ElementsAre("get_sms_history", "get_call_history"));
 }
 
-TEST_F(MessagesTab, SaysThatThereIsNothingYet) {
+TEST_F(Messages, SaysThatThereIsNothingYet) {
     open();
     EXPECT_TRUE(shows(QStringLiteral("No Messages")));
     EXPECT_TRUE(shows(QStringLiteral("Select a conversation or search for a contact to begin.")));
@@ -53,13 +53,13 @@ TEST_F(MessagesTab, SaysThatThereIsNothingYet) {
     EXPECT_FALSE(shows(QStringLiteral("No Messages")));
 }
 
-TEST_F(MessagesTab, TheRefreshButtonAsksForMessagesOnly) {
+TEST_F(Messages, TheRefreshButtonAsksForMessagesOnly) {
     open();
     press(QStringLiteral("Refresh messages"));
     EXPECT_THAT(takeCommands(), ElementsAre("get_sms_history"));
 }
 
-TEST_F(MessagesTab, AClickOpensAConversationAndTheAnswerCanBeTyped) {
+TEST_F(Messages, AClickOpensAConversationAndTheAnswerCanBeTyped) {
     reportSms({sms("+1 2", 1, "Hi")});
     open();
     click(*itemsOf("ConversationRow_QMLTYPE").first());
@@ -69,7 +69,7 @@ TEST_F(MessagesTab, AClickOpensAConversationAndTheAnswerCanBeTyped) {
     EXPECT_EQ(view.chatText(), QStringLiteral("yes"));
 }
 
-TEST_F(MessagesTab, ConversationsAreReachedAndOpenedByKeyboard) {
+TEST_F(Messages, ConversationsAreReachedAndOpenedByKeyboard) {
     reportSms({sms("1", 2, "Hi"), sms("2", 1, "Ho")});
     open();
     focus("Conversations");
@@ -78,7 +78,7 @@ TEST_F(MessagesTab, ConversationsAreReachedAndOpenedByKeyboard) {
     EXPECT_EQ(view.activeRecipientText(), QStringLiteral("2"));
 }
 
-TEST_F(MessagesTab, ANumberThatIsTypedCanBeWrittenTo) {
+TEST_F(Messages, ANumberThatIsTypedCanBeWrittenTo) {
     open();
     click(field("To: Search or type number…"));
     type(QStringLiteral("+12"));
@@ -89,7 +89,7 @@ TEST_F(MessagesTab, ANumberThatIsTypedCanBeWrittenTo) {
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("New message to +12")), nullptr);
 }
 
-TEST_F(MessagesTab, TheNumberIsTheFirstRowOfTheList) {
+TEST_F(Messages, TheNumberIsTheFirstRowOfTheList) {
     reportSms({sms("12", 2, "Hi"), sms("13", 1, "Ho")});
     open();
     click(field("To: Search or type number…"));
@@ -110,7 +110,7 @@ TEST_F(MessagesTab, TheNumberIsTheFirstRowOfTheList) {
     EXPECT_TRUE(hasFocus("Text Message"));
 }
 
-TEST_F(MessagesTab, ControlAndFLeadToTheSearchFromAnyTab) {
+TEST_F(Messages, ControlAndFLeadToTheSearchFromAnyTab) {
     show(Tab::info);
     type(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(view.selectedTab(), Tab::sms);
@@ -121,13 +121,13 @@ TEST_F(MessagesTab, ControlAndFLeadToTheSearchFromAnyTab) {
     EXPECT_TRUE(hasFocus("To: Search or type number…"));
 }
 
-TEST_F(MessagesTab, TheOpenThreadIsWhereOneTypesWhenTheTabShows) {
+TEST_F(Messages, TheOpenThreadIsWhereOneTypesWhenTheTabShows) {
     openThread("1");
     type(QStringLiteral("yes"));
     EXPECT_EQ(view.chatText(), QStringLiteral("yes"));
 }
 
-TEST_F(MessagesTab, TheSearchIsClearedByItsButton) {
+TEST_F(Messages, TheSearchIsClearedByItsButton) {
     reportSms({sms("1", 1, "Hi")});
     open();
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("Clear search")), nullptr);
@@ -139,7 +139,7 @@ TEST_F(MessagesTab, TheSearchIsClearedByItsButton) {
     EXPECT_EQ(itemsOf("ConversationRow_QMLTYPE").size(), 1);
 }
 
-TEST_F(MessagesTab, ReturnSendsTheDraft) {
+TEST_F(Messages, ReturnSendsTheDraft) {
     openThread("+1 2");
     click(field("Text Message"));
     type(QStringLiteral("yes"));
@@ -149,7 +149,7 @@ TEST_F(MessagesTab, ReturnSendsTheDraft) {
     EXPECT_TRUE(shows(QStringLiteral("yes"))) << "the bubble shows at once";
 }
 
-TEST_F(MessagesTab, TheSendButtonSendsTheDraftAndNothingElse) {
+TEST_F(Messages, TheSendButtonSendsTheDraftAndNothingElse) {
     openThread("1");
     EXPECT_FALSE(item(QAccessible::Button, QStringLiteral("Send message"))->isEnabled());
     view.setChatText(QStringLiteral(" "));
@@ -158,7 +158,7 @@ TEST_F(MessagesTab, TheSendButtonSendsTheDraftAndNothingElse) {
     EXPECT_THAT(takeCommands(), ElementsAre("send_sms"));
 }
 
-TEST_F(MessagesTab, TheDraftStaysWhenAnotherThreadIsOpened) {
+TEST_F(Messages, TheDraftStaysWhenAnotherThreadIsOpened) {
     openThread("1");
     view.setChatText(QStringLiteral("draft"));
     view.openConversation(QStringLiteral("2"));
@@ -166,7 +166,7 @@ TEST_F(MessagesTab, TheDraftStaysWhenAnotherThreadIsOpened) {
     EXPECT_EQ(field("Text Message").property("text").toString(), QStringLiteral("draft"));
 }
 
-TEST_F(MessagesTab, TheHeadShowsTheAddressBelowANameOnly) {
+TEST_F(Messages, TheHeadShowsTheAddressBelowANameOnly) {
     reportCalls({{.number = QStringLiteral("12"), .name = QStringLiteral("Ann")}});
     openThread("1 2");
     EXPECT_TRUE(shows(QStringLiteral("Ann")));
@@ -176,7 +176,7 @@ TEST_F(MessagesTab, TheHeadShowsTheAddressBelowANameOnly) {
     EXPECT_THAT(names(QAccessible::StaticText), Not(Contains("34")));
 }
 
-TEST_F(MessagesTab, TheSimIsChosenFromAMenu) {
+TEST_F(Messages, TheSimIsChosenFromAMenu) {
     openThread("1");
     EXPECT_TRUE(shows(QStringLiteral("No SIM connected")));
     store->availableSIMs.set(
@@ -196,7 +196,7 @@ TEST_F(MessagesTab, TheSimIsChosenFromAMenu) {
     EXPECT_EQ(picker->property("displayText").toString(), QStringLiteral("C"));
 }
 
-TEST_F(MessagesTab, TheTextOfABubbleIsMarkedByThePointerAndCopied) {
+TEST_F(Messages, TheTextOfABubbleIsMarkedByThePointerAndCopied) {
     reportSms({sms("1", 1, "Platform nine")});
     openThread("1");
     const auto& bubble = *item(QAccessible::EditableText, QStringLiteral("Platform nine"));
@@ -210,7 +210,7 @@ TEST_F(MessagesTab, TheTextOfABubbleIsMarkedByThePointerAndCopied) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Platform nine"));
 }
 
-TEST_F(MessagesTab, AMessageIsCopiedByKeyboard) {
+TEST_F(Messages, AMessageIsCopiedByKeyboard) {
     reportSms({sms("1", 1, "one"), sms("1", 2, "two")});
     openThread("1");
     focus("Messages");
@@ -219,13 +219,13 @@ TEST_F(MessagesTab, AMessageIsCopiedByKeyboard) {
     EXPECT_THAT(fake.pasteboard.calls, ElementsAre("clear", "set:one"));
 }
 
-TEST_F(MessagesTab, WhatLooksLikeMarkupIsShownAsItIs) {
+TEST_F(Messages, WhatLooksLikeMarkupIsShownAsItIs) {
     reportSms({sms("1", 1, "<b>x</b> https://example.org")});
     openThread("1");
     EXPECT_TRUE(shows(QStringLiteral("<b>x</b> https://example.org")));
 }
 
-TEST_F(MessagesTab, TabReachesEveryControl) {
+TEST_F(Messages, TabReachesEveryControl) {
     reportSms({sms("1", 1, "Hi")});
     openThread("1");
     store->availableSIMs.set({{.slot = 0, .carrier = QStringLiteral("A")}});

@@ -12,8 +12,8 @@ using testing::IsSupersetOf;
 
 namespace {
 
-struct RemoteControlTab : testing::Test, TestWindow {
-    RemoteControlTab() {
+struct Remote : testing::Test, TestWindow {
+    Remote() {
         show(Tab::remote);
         (void)takeSent();
     }
@@ -33,7 +33,7 @@ struct RemoteControlTab : testing::Test, TestWindow {
 
 } // namespace
 
-TEST_F(RemoteControlTab, KeysAreThoseOfTheTable) {
+TEST_F(Remote, KeysAreThoseOfTheTable) {
     EXPECT_EQ(commandOf(Qt::Key_Up), "dpad_up");
     EXPECT_EQ(commandOf(Qt::Key_Left), "dpad_left");
     EXPECT_EQ(commandOf(Qt::Key_Space), "dpad_center");
@@ -50,28 +50,28 @@ TEST_F(RemoteControlTab, KeysAreThoseOfTheTable) {
     EXPECT_EQ(commandOf(Qt::Key_Escape, Qt::ControlModifier), "app_menu");
 }
 
-TEST_F(RemoteControlTab, OtherModifiersAreOtherKeys) {
+TEST_F(Remote, OtherModifiersAreOtherKeys) {
     type(Qt::Key_Backspace, Qt::ControlModifier);
     type(Qt::Key_N);
     type(Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_THAT(takeCommands(), IsEmpty());
 }
 
-TEST_F(RemoteControlTab, KeysWorkWhateverHasTheKeyboard) {
+TEST_F(Remote, KeysWorkWhateverHasTheKeyboard) {
     type(Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(commandOf(Qt::Key_Space), "dpad_center");
     EXPECT_EQ(commandOf(Qt::Key_Return), "dpad_center");
     EXPECT_EQ(commandOf(Qt::Key_Down), "dpad_down");
 }
 
-TEST_F(RemoteControlTab, EscapeGoesToThePhoneThoughATipIsOpen) {
+TEST_F(Remote, EscapeGoesToThePhoneThoughATipIsOpen) {
     focus("Back", Qt::ControlModifier);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !itemsOf("QQuickPopupItem").isEmpty(); }));
     EXPECT_EQ(commandOf(Qt::Key_Escape), "back");
     EXPECT_EQ(commandOf(Qt::Key_Escape), "back");
 }
 
-TEST_F(RemoteControlTab, KeysAreNotThePhonesInOtherTabs) {
+TEST_F(Remote, KeysAreNotThePhonesInOtherTabs) {
     show(Tab::info);
     (void)takeSent();
     type(Qt::Key_Up);
@@ -79,14 +79,14 @@ TEST_F(RemoteControlTab, KeysAreNotThePhonesInOtherTabs) {
     EXPECT_THAT(takeCommands(), IsEmpty());
 }
 
-TEST_F(RemoteControlTab, ControlAndThePageKeysLeadToTheNextTabAndBack) {
+TEST_F(Remote, ControlAndThePageKeysLeadToTheNextTabAndBack) {
     type(Qt::Key_PageDown, Qt::ControlModifier);
     EXPECT_EQ(view.selectedTab(), Tab::clipboard);
     type(Qt::Key_PageUp, Qt::ControlModifier);
     EXPECT_EQ(view.selectedTab(), Tab::remote);
 }
 
-TEST_F(RemoteControlTab, ControlAndTabReachEveryControlAndTheRestOfTheWindow) {
+TEST_F(Remote, ControlAndTabReachEveryControlAndTheRestOfTheWindow) {
     EXPECT_THAT(tabOrder(Qt::ControlModifier), IsSupersetOf({"Tabs",
                                                              "Open System Settings",
                                                              "Refresh Status",
@@ -110,18 +110,18 @@ TEST_F(RemoteControlTab, ControlAndTabReachEveryControlAndTheRestOfTheWindow) {
                                                              "App Menu"}));
 }
 
-TEST_F(RemoteControlTab, ControlAndTabGoBackWithShift) {
+TEST_F(Remote, ControlAndTabGoBackWithShift) {
     focus("Next", Qt::ControlModifier);
     type(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(hasFocus("Forward 5 seconds"));
 }
 
-TEST_F(RemoteControlTab, ShiftAndReturnPressTheButtonThatHasTheKeyboard) {
+TEST_F(Remote, ShiftAndReturnPressTheButtonThatHasTheKeyboard) {
     focus("Volume up", Qt::ControlModifier);
     EXPECT_EQ(commandOf(Qt::Key_Return, Qt::ShiftModifier), "vol_up");
 }
 
-TEST_F(RemoteControlTab, ButtonsSendTheirCommands) {
+TEST_F(Remote, ButtonsSendTheirCommands) {
     EXPECT_EQ(commandOf("Previous"), "prev");
     EXPECT_EQ(commandOf("Back 5 seconds"), "seek_backward");
     EXPECT_EQ(commandOf("Play or pause"), "play_pause");
@@ -137,12 +137,12 @@ TEST_F(RemoteControlTab, ButtonsSendTheirCommands) {
     EXPECT_EQ(commandOf("App Menu"), "app_menu");
 }
 
-TEST_F(RemoteControlTab, AClickSendsOnce) {
+TEST_F(Remote, AClickSendsOnce) {
     click(*item(QAccessible::Button, QStringLiteral("Home")));
     EXPECT_THAT(takeCommands(), ElementsAre("home"));
 }
 
-TEST_F(RemoteControlTab, TheWarningGoesWhenTheUserAsksAgainAfterThePermissionIsThere) {
+TEST_F(Remote, TheWarningGoesWhenTheUserAsksAgainAfterThePermissionIsThere) {
     const auto title = QStringLiteral("Accessibility Access Required");
     EXPECT_TRUE(shows(title));
     fake.accessibilityTrust.isTrusted = true;
@@ -150,12 +150,12 @@ TEST_F(RemoteControlTab, TheWarningGoesWhenTheUserAsksAgainAfterThePermissionIsT
     EXPECT_FALSE(shows(title));
 }
 
-TEST_F(RemoteControlTab, TheWarningOpensTheSettings) {
+TEST_F(Remote, TheWarningOpensTheSettings) {
     press(QStringLiteral("Open System Settings"));
     EXPECT_THAT(fake.systemSettings.opened, ElementsAre(SystemSettings::Pane::accessibility));
 }
 
-TEST_F(RemoteControlTab, TheTableNamesEachKey) {
+TEST_F(Remote, TheTableNamesEachKey) {
     for (const auto* key :
          {"↑ ↓ ← →", "Space", "Return", "Tab / ⇧Tab", "Esc", "⌘Return", "⌥Tab", "⌘N", "⌥Space", "⌃Esc"}) {
         EXPECT_THAT(names(QAccessible::StaticText), Contains(key));

@@ -2,6 +2,7 @@
 
 #include "fakes/TestView.h"
 #include "shell/QmlMainWindow.h"
+#include "shell/Tab.h"
 
 #include <QAccessible>
 #include <QQuickItem>
