@@ -45,7 +45,7 @@ struct FullWindow : TestView {
     FullWindow() {
         reportSms(smsLog(messageCount));
         reportCalls(callLog(callCount));
-        view.openConversation(addressOf(0));
+        view.sendSmsTab()->openConversation(addressOf(0));
     }
 };
 
@@ -82,18 +82,19 @@ void startSearch(benchmark::State& state) {
     FullWindow window;
     for (auto _ : state) {
         state.PauseTiming();
-        window.view.setContactQuery({});
+        window.view.sendSmsTab()->setContactQuery({});
         state.ResumeTiming();
-        window.view.setContactQuery(QStringLiteral("ß"));
+        window.view.sendSmsTab()->setContactQuery(QStringLiteral("ß"));
     }
 }
 
 /// Those that follow.
 void goOnSearching(benchmark::State& state) {
     FullWindow window;
-    window.view.setContactQuery(QStringLiteral("ß"));
+    window.view.sendSmsTab()->setContactQuery(QStringLiteral("ß"));
     for (int round = 0; auto _ : state) {
-        window.view.setContactQuery(round++ % 2 == 0 ? QStringLiteral("see yoü") : QStringLiteral("see yö"));
+        window.view.sendSmsTab()->setContactQuery(round++ % 2 == 0 ? QStringLiteral("see yoü")
+                                                                   : QStringLiteral("see yö"));
     }
 }
 
@@ -101,22 +102,23 @@ void goOnSearching(benchmark::State& state) {
 void narrowAndWiden(benchmark::State& state) {
     FullWindow window;
     for (int round = 0; auto _ : state) {
-        window.view.setContactQuery(round++ % 2 == 0 ? QStringLiteral("e") : QStringLiteral("1 then"));
+        window.view.sendSmsTab()->setContactQuery(round++ % 2 == 0 ? QStringLiteral("e")
+                                                                   : QStringLiteral("1 then"));
     }
 }
 
 void openThread(benchmark::State& state) {
     FullWindow window;
     for (int round = 0; auto _ : state) {
-        window.view.openConversation(addressOf(round++ % 2));
+        window.view.sendSmsTab()->openConversation(addressOf(round++ % 2));
     }
 }
 
 void sendMessage(benchmark::State& state) {
     FullWindow window;
     for (auto _ : state) {
-        window.view.setChatText(QStringLiteral("Hi"));
-        window.view.sendChatMessage();
+        window.view.sendSmsTab()->setChatText(QStringLiteral("Hi"));
+        window.view.sendSmsTab()->sendChatMessage();
     }
 }
 

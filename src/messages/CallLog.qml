@@ -7,7 +7,7 @@ import Brenvale
 Item {
     id: log
 
-    required property SettingsView view
+    required property CallsState calls
 
     Label {
         id: title
@@ -33,7 +33,7 @@ Item {
             topMargin: title.y + title.height + Theme.spacing
         }
         helpText: "Recent Calls"
-        model: log.view.phoneCallLog
+        model: log.calls.phoneCallLog
         reuseItems: true
         activeFocusOnTab: count > 0
         bottomMargin: Theme.spacing
@@ -45,14 +45,14 @@ Item {
 
         function callCurrent() {
             if (currentItem) {
-                log.view.redial((currentItem as CallRow).number);
+                log.calls.redial((currentItem as CallRow).number);
             }
         }
 
         delegate: CallRow {
             width: ListView.view.width
             isCurrent: list.activeFocus && ListView.isCurrentItem
-            onClicked: log.view.redial(number)
+            onClicked: log.calls.redial(number)
             ListView.onPooled: visible = false // a row in reserve is not to be read out
             ListView.onReused: visible = true
         }

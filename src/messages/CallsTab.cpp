@@ -1,14 +1,28 @@
+#include "messages/CallsTab.h"
+
 #include "link/WebSocketServer.h"
 #include "messages/Characters.h"
+#include "messages/ContactNames.h"
 #include "messages/DialerKeyHandler.h"
+#include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
 #include "records/HistoryStore.h"
 #include "records/PreparedCall.h"
-#include "shell/SettingsView.h"
 
 namespace brenvale {
 
-QVariantList SettingsView::dialButtons() {
+CallsTab::CallsTab(Platform& platform, WebSocketServer& server, HistoryStore& history,
+                   const ContactNames& names, Sims& sims)
+    : platform_(platform),
+      server_(server),
+      history_(history),
+      names_(names),
+      sims_(sims),
+      calls_(names, platform.clock) {}
+
+CallsTab::~CallsTab() = default;
+
+QVariantList CallsTab::dialButtons() {
     const auto button = [](const QString& main, const QString& letters) {
         return QVariantMap{{QStringLiteral("main"), main}, {QStringLiteral("letters"), letters}};
     };
@@ -26,22 +40,22 @@ QVariantList SettingsView::dialButtons() {
             button(QStringLiteral("#"), {})};
 }
 
-void SettingsView::setDialpadNumber(const QString& number) {
+void CallsTab::setDialpadNumber(const QString& number) {
     if (number != dialpadNumber_) {
         dialpadNumber_ = number;
         emit dialpadNumberChanged();
     }
 }
 
-void SettingsView::appendToDialpadNumber(const QString& text) {
+void CallsTab::appendToDialpadNumber(const QString& text) {
     setDialpadNumber(dialpadNumber_ + text);
 }
 
-void SettingsView::removeLastFromDialpadNumber() {
+void CallsTab::removeLastFromDialpadNumber() {
     setDialpadNumber(withoutLastCharacter(dialpadNumber_));
 }
 
-bool SettingsView::dialpadKeyPressed(int key, const QString& characters) {
+bool CallsTab::dialpadKeyPressed(int key, const QString& characters) {
     auto number = dialpadNumber_;
     DialerKeyHandler handler{.dialpadNumber = number, .isCallActive = false, .onReturn = [this] {
                                  startCall();
@@ -51,43 +65,40 @@ bool SettingsView::dialpadKeyPressed(int key, const QString& characters) {
     return isHandled;
 }
 
-void SettingsView::startCall() {
+void CallsTab::startCall() {
     if (dialpadNumber_.isEmpty()) {
         return;
     }
-    server_.makeCall(dialpadNumber_, selectedSimSlot_);
+    server_.makeCall(dialpadNumber_, sims_.selectedSimSlot());
     platform_.internalNotifications.post(
         InternalNotifications::prepareActiveCall,
-        PreparedCall{.number = dialpadNumber_, .name = contactName(dialpadNumber_)});
+        PreparedCall{.number = dialpadNumber_, .name = names_.contactName(dialpadNumber_)});
 }
 
-void SettingsView::redial(const QString& number) {
+void CallsTab::redial(const QString& number) {
     setDialpadNumber(number);
     startCall();
 }
 
-void SettingsView::endCall() {
+void CallsTab::endCall() {
     server_.hangupCall();
     history_.incomingCallInfo.set({});
     isSpeakerOn = false;
     isMuted = false;
 }
 
-QString SettingsView::formatDuration(qint64 seconds) {
+QString CallsTab::formatDuration(qint64 seconds) {
     return QString::asprintf("%02lld:%02lld", static_cast<long long>(seconds / 60),
                              static_cast<long long>(seconds % 60));
 }
 
-void SettingsView::setPhoneCallLog(const QList<CallRecord>& log) {
-    names_.setCallLog(log);
+void CallsTab::setPhoneCallLog(const QList<CallRecord>& log) {
     calls_.setCalls(log);
     calls_.refresh();
-    notificationsTab_.refresh();
-    if (!contactQuery_.isEmpty()) {
-        filterConversations();
-    }
-    filteredConversations_.refresh();
-    emit threadNameChanged();
+}
+
+void CallsTab::refreshDates() {
+    calls_.refresh();
 }
 
 } // namespace brenvale

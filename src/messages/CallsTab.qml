@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: tab
 
-    required property SettingsView view
+    required property CallsState calls
 
     Keyboard.home: pad.display
     Keyboard.isEager: true
@@ -15,7 +15,7 @@ Item {
 
         width: 320
         height: parent.height
-        view: tab.view
+        calls: tab.calls
     }
     Hairline {
         id: divider
@@ -30,13 +30,13 @@ Item {
             top: parent.top
             bottom: parent.bottom
         }
-        view: tab.view
+        calls: tab.calls
     }
 
     // What is typed in the log is the pad's too, but a call is placed from the pad alone.
     Keys.onPressed: event => {
         if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter) {
-            event.accepted = tab.view.dialpadKeyPressed(event.key, event.text);
+            event.accepted = tab.calls.dialpadKeyPressed(event.key, event.text);
         }
     }
 }

@@ -9,11 +9,11 @@ import Brenvale
 ScrollList {
     id: list
 
-    required property SettingsView view
+    required property SendSmsState sms
     signal opened
 
     helpText: "Conversations"
-    model: view.filteredConversations
+    model: sms.filteredConversations
     reuseItems: true
     activeFocusOnTab: count > 0
     topMargin: 4 + (newNumber.visible ? newNumber.height : 0)
@@ -38,10 +38,10 @@ ScrollList {
         x: 8
         y: list.originY - height
         width: list.width - 16
-        visible: list.view.showsNewNumberRow
-        number: list.view.contactQuery
+        visible: list.sms.showsNewNumberRow
+        number: list.sms.contactQuery
         onClicked: {
-            list.view.openNewNumber();
+            list.sms.openNewNumber();
             list.opened();
         }
         Keys.onDownPressed: {
@@ -60,13 +60,13 @@ ScrollList {
     }
 
     function open(address) {
-        view.openConversation(address);
+        sms.openConversation(address);
         opened();
     }
 
     delegate: ConversationRow {
         width: ListView.view.width
-        isActive: list.view.hasActiveRecipient && list.view.activeRecipient === displayAddress
+        isActive: list.sms.hasActiveRecipient && list.sms.activeRecipient === displayAddress
         isCurrent: list.Window.activeFocusItem === list && ListView.isCurrentItem
         onClicked: list.open(displayAddress)
         ListView.onPooled: visible = false // a row in reserve is not to be read out

@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: pane
 
-    required property SettingsView view
+    required property SendSmsState sms
     readonly property alias searchField: search.field
     signal opened
 
@@ -29,7 +29,7 @@ Item {
         }
         symbol: "view-refresh"
         helpText: "Refresh messages"
-        onClicked: pane.view.requestSmsHistory()
+        onClicked: pane.sms.requestSmsHistory()
     }
     ConversationSearch {
         id: search
@@ -41,7 +41,7 @@ Item {
             margins: 12
             topMargin: 8
         }
-        view: pane.view
+        sms: pane.sms
     }
     Hairline {
         id: divider
@@ -64,7 +64,7 @@ Item {
             y: -area.y
             width: pane.width
             height: pane.height
-            visible: pane.view.showsNoMessages
+            visible: pane.sms.showsNoMessages
             symbol: "dialog-messages"
             symbolSize: 32
             symbolColor: Theme.faded(0.24, 3)
@@ -73,8 +73,8 @@ Item {
         }
         ConversationList {
             anchors.fill: parent
-            visible: !pane.view.showsNoMessages
-            view: pane.view
+            visible: !pane.sms.showsNoMessages
+            sms: pane.sms
             onOpened: pane.opened()
         }
     }

@@ -5,7 +5,7 @@ import Brenvale
 Rectangle {
     id: search
 
-    required property SettingsView view
+    required property SendSmsState sms
 
     readonly property alias field: field
 
@@ -36,9 +36,9 @@ Rectangle {
         }
         hasFrame: false
         placeholderText: "To: Search or type number…"
-        text: search.view.contactQuery
-        onTextEdited: search.view.contactQuery = text
-        Keys.onEscapePressed: search.view.contactQuery = ""
+        text: search.sms.contactQuery
+        onTextEdited: search.sms.contactQuery = text
+        Keys.onEscapePressed: search.sms.contactQuery = ""
     }
     IconButton {
         id: clearButton
@@ -48,11 +48,11 @@ Rectangle {
             rightMargin: 4
             verticalCenter: parent.verticalCenter
         }
-        visible: search.view.contactQuery !== ""
+        visible: search.sms.contactQuery !== ""
         size: 24
         symbol: "edit-clear"
         helpText: "Clear search"
-        onClicked: search.view.contactQuery = ""
+        onClicked: search.sms.contactQuery = ""
     }
     FocusRing {
         anchors.margins: -Theme.focusRingWidth

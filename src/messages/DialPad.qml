@@ -8,8 +8,8 @@ import Brenvale
 Item {
     id: pad
 
-    required property SettingsView view
-    readonly property bool isEmpty: view.dialpadNumber === ""
+    required property CallsState calls
+    readonly property bool isEmpty: calls.dialpadNumber === ""
 
     // The gaps give way where the window is low.
     readonly property real gaps: 20 + 20 + 3 * 15 + 20 + 10
@@ -21,7 +21,7 @@ Item {
     Accessible.role: Accessible.Grouping
     Accessible.name: "Dial pad"
     Keys.onPressed: event => event.accepted = pad.walk(event.key)
-                                             || pad.view.dialpadKeyPressed(event.key, event.text)
+                                             || pad.calls.dialpadKeyPressed(event.key, event.text)
 
     // The display stands above the keys, the buttons below their columns.
     function walk(key) {
@@ -52,7 +52,7 @@ Item {
     Item {
         id: display
 
-        readonly property string text: pad.view.dialpadNumber
+        readonly property string text: pad.calls.dialpadNumber
         property string toldText: text
 
         y: 20 * pad.squeeze
@@ -95,14 +95,14 @@ Item {
         Repeater {
             id: keyButtons
 
-            model: pad.view.dialButtons
+            model: pad.calls.dialButtons
 
             delegate: DialKey {
                 required property var modelData
 
                 text: modelData.main
                 letters: modelData.letters
-                onClicked: pad.view.appendToDialpadNumber(text)
+                onClicked: pad.calls.appendToDialpadNumber(text)
             }
         }
     }
@@ -120,18 +120,18 @@ Item {
                 id: sims
 
                 width: parent.width
-                visible: pad.view.showsDialerSims
+                visible: pad.calls.sims.showsDialerSims
                 helpText: "SIM"
                 labels: ["1", "2"]
-                selectedIndex: pad.view.dialerSimIndex
-                onPicked: index => pad.view.dialerSimIndex = index
+                selectedIndex: pad.calls.sims.dialerSimIndex
+                onPicked: index => pad.calls.sims.dialerSimIndex = index
             }
         }
         CallButton {
             id: callButton
 
             enabled: !pad.isEmpty
-            onClicked: pad.view.startCall()
+            onClicked: pad.calls.startCall()
         }
         Item {
             anchors.verticalCenter: parent.verticalCenter
@@ -150,7 +150,7 @@ Item {
                 symbol: "edit-clear-locationbar-rtl"
                 symbolSize: 22
                 helpText: "Delete digit"
-                onClicked: pad.view.removeLastFromDialpadNumber()
+                onClicked: pad.calls.removeLastFromDialpadNumber()
             }
         }
     }

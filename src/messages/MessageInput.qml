@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: input
 
-    required property SettingsView view
+    required property SendSmsState sms
 
     implicitHeight: capsule.height + 2 * 12
 
@@ -43,9 +43,9 @@ Item {
             clip: true
             hasFrame: false
             placeholderText: "Text Message"
-            text: input.view.chatText
-            onTextEdited: input.view.chatText = text
-            onAccepted: input.view.sendChatMessage()
+            text: input.sms.chatText
+            onTextEdited: input.sms.chatText = text
+            onAccepted: input.sms.sendChatMessage()
         }
         FocusRing {
             anchors.margins: -Theme.focusRingWidth
@@ -61,7 +61,7 @@ Item {
             rightMargin: Theme.padding - 4
             verticalCenter: parent.verticalCenter
         }
-        enabled: input.view.chatText !== ""
+        enabled: input.sms.chatText !== ""
         opacity: 1
         isRound: true
         size: 34
@@ -70,6 +70,6 @@ Item {
         symbolSize: 26
         color: enabled ? Theme.blue : Theme.secondary
         helpText: "Send message"
-        onClicked: input.view.sendChatMessage()
+        onClicked: input.sms.sendChatMessage()
     }
 }

@@ -8,14 +8,14 @@ import Brenvale
 ScrollList {
     id: list
 
-    required property SettingsView view
+    required property SendSmsState sms
     property var placeBefore: ({})
     property bool isResetting: false
     property bool isAtEnd: true
     readonly property bool isFollowing: followAnimation.running
 
     helpText: "Messages"
-    model: view.activeMessages
+    model: sms.activeMessages
     reuseItems: true
     spacing: 10
     cacheBuffer: 300
@@ -32,7 +32,7 @@ ScrollList {
     onMovementStarted: followAnimation.stop()
     Keys.onPressed: event => {
         if (event.matches(StandardKey.Copy) && currentItem) {
-            view.copyMessage((currentItem as MessageBubble).body);
+            sms.copyMessage((currentItem as MessageBubble).body);
             event.accepted = true;
         }
     }

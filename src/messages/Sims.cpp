@@ -1,10 +1,18 @@
-#include "shell/SettingsView.h"
+#include "messages/Sims.h"
+
+#include "records/HistoryStore.h"
 
 #include <algorithm>
 
 namespace brenvale {
 
-void SettingsView::simsReported(const QList<SimInfo>& sims) {
+Sims::Sims(HistoryStore& history)
+    : sims_(history.availableSIMs.get()),
+      reports_(history.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); })) {}
+
+Sims::~Sims() = default;
+
+void Sims::simsReported(const QList<SimInfo>& sims) {
     if (sims == sims_) {
         return;
     }
@@ -15,7 +23,7 @@ void SettingsView::simsReported(const QList<SimInfo>& sims) {
     emit simsChanged();
 }
 
-QStringList SettingsView::simCarriers() const {
+QStringList Sims::simCarriers() const {
     QStringList carriers;
     for (const auto& sim : sims_) {
         carriers.append(sim.carrier);
@@ -23,33 +31,33 @@ QStringList SettingsView::simCarriers() const {
     return carriers;
 }
 
-void SettingsView::setSelectedSimSlot(qint64 slot) {
+void Sims::setSelectedSimSlot(qint64 slot) {
     if (slot != selectedSimSlot_) {
         selectedSimSlot_ = slot;
         emit simsChanged();
     }
 }
 
-int SettingsView::selectedSimIndex() const {
+int Sims::selectedSimIndex() const {
     const auto sim = std::ranges::find(sims_, selectedSimSlot_, &SimInfo::slot);
     return sim == sims_.end() ? -1 : static_cast<int>(sim - sims_.begin());
 }
 
-void SettingsView::setSelectedSimIndex(int index) {
+void Sims::setSelectedSimIndex(int index) {
     if (index >= 0 && index < sims_.size()) {
         setSelectedSimSlot(sims_[index].slot);
     }
 }
 
-bool SettingsView::showsDialerSims() const {
+bool Sims::showsDialerSims() const {
     return sims_.size() > 1;
 }
 
-int SettingsView::dialerSimIndex() const {
+int Sims::dialerSimIndex() const {
     return selectedSimSlot_ == 0 || selectedSimSlot_ == 1 ? static_cast<int>(selectedSimSlot_) : -1;
 }
 
-void SettingsView::setDialerSimIndex(int index) {
+void Sims::setDialerSimIndex(int index) {
     if (index == 0 || index == 1) {
         setSelectedSimSlot(index);
     }

@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: thread
 
-    required property SettingsView view
+    required property SendSmsState sms
 
     readonly property Item field: input.field
 
@@ -13,7 +13,7 @@ Item {
         id: header
 
         width: parent.width
-        view: thread.view
+        sms: thread.sms
     }
     Hairline {
         id: headerLine
@@ -32,7 +32,7 @@ Item {
 
         MessageList {
             anchors.fill: parent
-            view: thread.view
+            sms: thread.sms
         }
     }
     Hairline {
@@ -46,6 +46,6 @@ Item {
 
         anchors.bottom: parent.bottom
         width: parent.width
-        view: thread.view
+        sms: thread.sms
     }
 }

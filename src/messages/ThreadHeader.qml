@@ -5,7 +5,7 @@ import Brenvale
 Item {
     id: header
 
-    required property SettingsView view
+    required property SendSmsState sms
 
     implicitHeight: Math.max(names.implicitHeight, Theme.smallControlHeight) + 2 * 12
 
@@ -23,7 +23,7 @@ Item {
 
         Label {
             width: parent.width
-            text: Theme.oneLine(header.view.threadName)
+            text: Theme.oneLine(header.sms.threadName)
             font: Theme.headline
             elide: Text.ElideRight
             horizontalAlignment: Text.AlignLeft
@@ -31,9 +31,9 @@ Item {
             Accessible.role: Accessible.Heading
         }
         Label {
-            visible: header.view.showsThreadAddress
+            visible: header.sms.showsThreadAddress
             width: parent.width
-            text: Theme.oneLine(header.view.activeRecipient)
+            text: Theme.oneLine(header.sms.activeRecipient)
             font: Theme.caption
             color: Theme.secondary
             elide: Text.ElideRight
@@ -44,7 +44,7 @@ Item {
     Item {
         id: sims
 
-        readonly property bool isEmpty: header.view.simCarriers.length === 0
+        readonly property bool isEmpty: header.sms.sims.simCarriers.length === 0
 
         anchors {
             right: parent.right
@@ -70,9 +70,9 @@ Item {
             width: 120
             controlSize: "small"
             helpText: "SIM:"
-            model: header.view.simCarriers
-            selectedIndex: header.view.selectedSimIndex
-            onPicked: index => header.view.selectedSimIndex = index
+            model: header.sms.sims.simCarriers
+            selectedIndex: header.sms.sims.selectedSimIndex
+            onPicked: index => header.sms.sims.selectedSimIndex = index
         }
     }
 }

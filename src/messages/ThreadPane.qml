@@ -5,14 +5,14 @@ import Brenvale
 Item {
     id: pane
 
-    required property SettingsView view
+    required property SendSmsState sms
 
     // To type an answer in; null where no thread is open.
     readonly property Item field: (thread.item as Thread)?.field ?? null
 
     EmptyState {
         anchors.fill: parent
-        visible: !pane.view.hasActiveRecipient
+        visible: !pane.sms.hasActiveRecipient
         symbol: "dialog-messages"
         symbolSize: 48
         title: "Select a conversation or search for a contact to begin."
@@ -22,7 +22,7 @@ Item {
     Loader {
         id: thread
 
-        readonly property bool isWanted: pane.view.hasActiveRecipient
+        readonly property bool isWanted: pane.sms.hasActiveRecipient
 
         anchors.fill: parent
         onIsWantedChanged: load()
@@ -30,7 +30,7 @@ Item {
 
         function load() {
             if (isWanted) {
-                setSource("Thread.qml", {view: pane.view});
+                setSource("Thread.qml", {sms: pane.sms});
             }
         }
     }

@@ -74,7 +74,7 @@ void AppDelegate::showSettings(int tab) {
         buildSettingsWindow();
     }
     addressChanges_ =
-        platform_.addressWatch.observe([&view = *settingsView_] { emit view.localIPChanged(); });
+        platform_.addressWatch.observe([&tab = *settingsView_->settingsTab()] { tab.refreshLocalIP(); });
     settingsWindow_->makeKeyAndOrderFront();
 }
 

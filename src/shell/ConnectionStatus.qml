@@ -5,15 +5,15 @@ import Brenvale
 Item {
     id: status
 
-    required property SettingsView view
+    required property SettingsState settings
 
-    implicitHeight: view.isConnected ? connected.implicitHeight : disconnected.implicitHeight
+    implicitHeight: settings.isConnected ? connected.implicitHeight : disconnected.implicitHeight
 
     Item {
         id: connected
 
         anchors.fill: parent
-        visible: status.view.isConnected
+        visible: status.settings.isConnected
         implicitHeight: Math.max(mark.height, names.implicitHeight)
 
         Symbol {
@@ -40,13 +40,13 @@ Item {
             Label {
                 visible: text !== ""
                 width: parent.width
-                text: Theme.oneLine(status.view.deviceName)
+                text: Theme.oneLine(status.settings.deviceName)
                 font: Theme.headline
                 elide: Text.ElideRight
             }
             Label {
                 width: parent.width
-                text: Theme.oneLine(status.view.networkText)
+                text: Theme.oneLine(status.settings.networkText)
                 font: Theme.caption
                 color: Theme.secondary
                 elide: Text.ElideRight
@@ -57,20 +57,20 @@ Item {
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            visible: status.view.batteryText !== ""
+            visible: status.settings.batteryText !== ""
             width: visible ? implicitWidth : 0
             spacing: 4
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
-                name: status.view.isCharging ? "battery-100-charging" : "battery-100"
-                color: status.view.isBatteryLow ? Theme.red : Theme.primary
+                name: status.settings.isCharging ? "battery-100-charging" : "battery-100"
+                color: status.settings.isBatteryLow ? Theme.red : Theme.primary
             }
             Label {
                 anchors.verticalCenter: parent.verticalCenter
-                text: status.view.batteryText
+                text: status.settings.batteryText
                 font: Theme.caption
-                Accessible.name: text + (status.view.isCharging ? ", charging" : "")
+                Accessible.name: text + (status.settings.isCharging ? ", charging" : "")
             }
         }
     }
@@ -78,7 +78,7 @@ Item {
         id: disconnected
 
         width: parent.width
-        visible: !status.view.isConnected
+        visible: !status.settings.isConnected
         spacing: 4
 
         Row {

@@ -9,11 +9,11 @@ Rectangle {
 
     // By the number of the tab: its file, and what this needs to know.
     readonly property var tabs: [
-        {file: "../shell/SettingsTab.qml", needs: {view: view}},
+        {file: "../shell/SettingsTab.qml", needs: {settings: view.settingsTab}},
         {file: "../notifications/NotificationsTab.qml", needs: {notifications: view.notificationsTab}},
-        {file: "../messages/MessagesTab.qml", needs: {view: view}},
+        {file: "../messages/SendSmsTab.qml", needs: {sms: view.sendSmsTab}},
         {file: "../shell/InfoTab.qml", needs: {}},
-        {file: "../messages/CallsTab.qml", needs: {view: view}},
+        {file: "../messages/CallsTab.qml", needs: {calls: view.callsTab}},
         {file: "../transfer/FileDropTab.qml", needs: {fileDrop: view.fileDropTab}},
         {file: "../shell/ClipboardTab.qml", needs: {clipboard: view.clipboardTab}},
         {file: "../remote/RemoteControlTab.qml", needs: {remote: view.remoteControlTab}}
@@ -64,7 +64,7 @@ Rectangle {
         sequence: "Ctrl+F"
         onActivated: {
             main.view.selectedTab = 2;
-            (detail.item as MessagesTab).search();
+            (detail.item as SendSmsTab).search();
         }
     }
     // Dates turn at midnight.

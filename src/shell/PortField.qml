@@ -5,31 +5,31 @@ import Brenvale
 TextInputField {
     id: field
 
-    required property SettingsView view
+    required property SettingsState settings
 
     // What is typed is not what is stored.
-    readonly property bool isEdited: text !== view.portText
+    readonly property bool isEdited: text !== settings.portText
 
     implicitWidth: 80
     placeholderText: "8765"
     helpText: "Port"
-    text: view.portText
+    text: settings.portText
     inputMethodHints: Qt.ImhDigitsOnly
     onEditingFinished: commit()
     Component.onDestruction: commit()
 
     function commit() {
-        if (text !== view.portText) {
-            view.commitPort(text);
-            text = view.portText;
+        if (text !== settings.portText) {
+            settings.commitPort(text);
+            text = settings.portText;
         }
     }
 
     Connections {
-        target: field.view
+        target: field.settings
 
         function onPortChanged() {
-            field.text = field.view.portText;
+            field.text = field.settings.portText;
         }
     }
 }

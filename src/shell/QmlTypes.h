@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/ClipboardTab.h"
+#include "shell/SettingsTab.h"
 #include "shell/SettingsView.h"
 
 #include <QtQml/qqml.h>
@@ -19,6 +20,13 @@ struct ClipboardTabInQml {
     Q_GADGET
     QML_FOREIGN(brenvale::ClipboardTab)
     QML_NAMED_ELEMENT(ClipboardState)
+    QML_UNCREATABLE("The program makes it.")
+};
+
+struct SettingsTabInQml {
+    Q_GADGET
+    QML_FOREIGN(brenvale::SettingsTab)
+    QML_NAMED_ELEMENT(SettingsState)
     QML_UNCREATABLE("The program makes it.")
 };
 

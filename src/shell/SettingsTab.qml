@@ -5,9 +5,9 @@ import Brenvale
 ScrollPage {
     id: tab
 
-    required property SettingsView view
+    required property SettingsState settings
 
-    Component.onCompleted: view.settingsTabAppeared()
+    Component.onCompleted: settings.appeared()
 
     SectionCard {
         header: "Server & Network"
@@ -18,7 +18,7 @@ ScrollPage {
 
             ConnectionStatus {
                 width: parent.width
-                view: tab.view
+                settings: tab.settings
             }
         }
         SectionRow {
@@ -31,7 +31,7 @@ ScrollPage {
 
                 SelectableText {
                     anchors.verticalCenter: parent.verticalCenter
-                    text: tab.view.localIP
+                    text: tab.settings.localIP
                     font: Theme.monospaced(Theme.body, Font.Bold)
                     wrapMode: TextEdit.NoWrap
                 }
@@ -42,7 +42,7 @@ ScrollPage {
                     symbol: "edit-copy"
                     symbolSize: Math.round(Theme.caption.pixelSize * 1.25 / Theme.iconScale)
                     helpText: "Copy IP address"
-                    onClicked: tab.view.copyLocalIP()
+                    onClicked: tab.settings.copyLocalIP()
                 }
             }
         }
@@ -58,18 +58,18 @@ ScrollPage {
                 PortField {
                     id: port
 
-                    view: tab.view
+                    settings: tab.settings
                 }
                 TextButton {
                     anchors.verticalCenter: parent.verticalCenter
-                    enabled: tab.view.serverRestartNeeded || port.isEdited
+                    enabled: tab.settings.serverRestartNeeded || port.isEdited
                     opacity: enabled ? 1 : 0 // the field does not move when it comes
                     text: "Restart"
                     isProminent: true
                     controlSize: "small"
                     onClicked: {
                         port.commit();
-                        tab.view.restartServer();
+                        tab.settings.restartServer();
                     }
                 }
             }
@@ -79,24 +79,24 @@ ScrollPage {
         header: "Notifications"
 
         SectionRow {
-            visible: tab.view.notifAuthStatus === 0
+            visible: tab.settings.notifAuthStatus === 0
 
             TextButton {
                 text: "Request Permission"
-                onClicked: tab.view.requestNotificationPermission()
+                onClicked: tab.settings.requestNotificationPermission()
             }
         }
         SectionRow {
-            visible: tab.view.notifAuthStatus === 1
+            visible: tab.settings.notifAuthStatus === 1
 
             TextButton {
                 text: "Blocked - Open System Settings"
                 color: Theme.readable(Theme.red)
-                onClicked: tab.view.openNotificationSettings()
+                onClicked: tab.settings.openNotificationSettings()
             }
         }
         SectionRow {
-            visible: tab.view.notifAuthStatus >= 2 && tab.view.notifAuthStatus <= 4
+            visible: tab.settings.notifAuthStatus >= 2 && tab.settings.notifAuthStatus <= 4
             label: "Enabled"
             symbol: "notifications"
             symbolColor: Theme.green
@@ -111,8 +111,8 @@ ScrollPage {
             ToggleSwitch {
                 anchors.right: parent.right
                 helpText: "Launch at login"
-                checked: tab.view.launchAtLogin
-                onCheckedChanged: tab.view.launchAtLogin = checked
+                checked: tab.settings.launchAtLogin
+                onCheckedChanged: tab.settings.launchAtLogin = checked
             }
         }
     }

@@ -1,10 +1,9 @@
 #include "shell/SettingsView.h"
 
 #include "link/WebSocketServer.h"
+#include "platform/InternalNotifications.h"
 #include "platform/Platform.h"
 #include "platform/UserDefaults.h"
-#include "records/HistoryStore.h"
-#include "shell/LaunchAtLoginManager.h"
 #include "shell/Tab.h"
 
 #include <utility>
@@ -26,33 +25,20 @@ QVariantMap sidebarTab(Tab::Number tab, const QString& label, const QString& ico
 SettingsView::SettingsView(Platform& platform, DispatchQueue& main, WebSocketServer& server,
                            HistoryStore& history)
     : platform_(platform),
-      main_(main),
       server_(server),
-      history_(history),
       selectedTab_(storedTab()),
-      filteredConversations_(names_, platform.clock),
-      sims_(history.availableSIMs.get()),
-      calls_(names_, platform.clock),
+      sims_(history),
+      callsTab_(platform, server, history, names_, sims_),
+      sendSmsTab_(platform, server, names_, sims_),
       fileDropTab_(history, server, platform.fileViewer),
       notificationsTab_(history, server, names_),
       remoteControlTab_(platform, server),
       clipboardTab_(history, server, platform.pasteboard),
-      port_(storedPort()),
-      launchAtLogin_(LaunchAtLoginManager::isEnabled(platform)) {
+      settingsTab_(platform, main, server, history) {
     observe();
 }
 
 SettingsView::~SettingsView() = default;
-
-template <typename Value>
-void SettingsView::follow(Published<Value>& source, Value& copy, void (SettingsView::*changed)()) {
-    subscriptions_.push_back(source.subscribe([this, &copy, changed](const Value& value) {
-        if (copy != value) {
-            copy = value;
-            emit(this->*changed)();
-        }
-    }));
-}
 
 void SettingsView::observe() {
     auto& notifications = platform_.internalNotifications;
@@ -60,7 +46,7 @@ void SettingsView::observe() {
         notifications.addObserver(InternalNotifications::smsHistoryUpdated,
                                   [this](const auto& object) {
                                       if (const auto* log = std::get_if<QList<SmsRecord>>(&object)) {
-                                          setPhoneSmsLog(*log);
+                                          sendSmsTab_.setPhoneSmsLog(*log);
                                       }
                                   }),
         notifications.addObserver(InternalNotifications::callHistoryUpdated,
@@ -72,7 +58,7 @@ void SettingsView::observe() {
         notifications.addObserver(InternalNotifications::prepareActiveCall,
                                   [this](const auto& object) {
                                       if (const auto* number = std::get_if<QString>(&object)) {
-                                          setDialpadNumber(*number);
+                                          callsTab_.setDialpadNumber(*number);
                                       }
                                   }),
         platform_.userDefaults.observe([this] {
@@ -80,14 +66,14 @@ void SettingsView::observe() {
                 selectedTab_ = tab;
                 emit selectedTabChanged();
             }
-            storedPortChanged();
-        }),
-        history_.availableSIMs.subscribe([this](const auto& sims) { simsReported(sims); })};
-    follow(history_.connectedRemoteIP, phone_.remoteIP, &SettingsView::phoneStatusChanged);
-    follow(history_.connectedWifiName, phone_.wifiName, &SettingsView::phoneStatusChanged);
-    follow(history_.connectedDeviceName, phone_.deviceName, &SettingsView::phoneStatusChanged);
-    follow(history_.batteryLevel, phone_.batteryLevel, &SettingsView::phoneStatusChanged);
-    follow(history_.isCharging, phone_.isCharging, &SettingsView::phoneStatusChanged);
+        })};
+}
+
+void SettingsView::setPhoneCallLog(const QList<CallRecord>& log) {
+    names_.setCallLog(log); // first: the tabs show names by it
+    callsTab_.setPhoneCallLog(log);
+    notificationsTab_.refresh();
+    sendSmsTab_.namesChanged();
 }
 
 int SettingsView::storedTab() const {
@@ -122,20 +108,19 @@ void SettingsView::appeared() {
     server_.requestSmsHistory();
     server_.requestCallHistory();
     remoteControlTab_.refreshAccessibility();
-    refreshNotifStatus();
+    settingsTab_.refreshNotifStatus();
     refreshDates();
 }
 
 void SettingsView::becameActive() {
     remoteControlTab_.refreshAccessibility();
-    emit localIPChanged(); // the network may be another by now
+    settingsTab_.refreshLocalIP();
     refreshDates();
 }
 
 void SettingsView::refreshDates() {
-    // What was today when it was shown may be yesterday by now.
-    filteredConversations_.refresh();
-    calls_.refresh();
+    sendSmsTab_.refreshDates();
+    callsTab_.refreshDates();
     notificationsTab_.refresh();
 }
 

@@ -1,4 +1,6 @@
-#include "fakes/TestView.h"
+#include "messages/CallsTab.h"
+#include "fakes/TestPhone.h"
+#include "messages/ContactNames.h"
 
 #include <gmock/gmock.h>
 
@@ -7,22 +9,29 @@ using testing::ElementsAre;
 
 namespace {
 
-struct CallsTab : testing::Test, TestView {
+struct Calls : testing::Test, TestPhone {
+    void reportCalls(const QList<CallRecord>& log) {
+        names.setCallLog(log);
+        tab.setPhoneCallLog(log);
+    }
+
+    ContactNames names;
+    Sims sims{*store};
+    CallsTab tab{fake.platform, *server, *store, names, sims};
     std::vector<PreparedCall> announced;
     InternalNotifications::Observation observation = fake.internalNotifications.addObserver(
         InternalNotifications::prepareActiveCall,
         [this](const auto& object) { announced.push_back(std::get<PreparedCall>(object)); });
 };
 
-using DialPad = CallsTab;
-using StartCall = CallsTab;
-using DialerSims = CallsTab;
+using DialPad = Calls;
+using StartCall = Calls;
 
 } // namespace
 
 TEST_F(DialPad, HasTwelveButtonsRowByRow) {
     QStringList texts;
-    for (const auto& button : SettingsView::dialButtons()) {
+    for (const auto& button : CallsTab::dialButtons()) {
         texts.append(button.toMap()[QStringLiteral("main")].toString() + u':' +
                      button.toMap()[QStringLiteral("letters")].toString());
     }
@@ -31,60 +40,50 @@ TEST_F(DialPad, HasTwelveButtonsRowByRow) {
 }
 
 TEST_F(DialPad, ItsButtonsAppendAndDelete) {
-    view.removeLastFromDialpadNumber();
-    EXPECT_EQ(view.dialpadNumber(), QString());
-    view.appendToDialpadNumber(QStringLiteral("1"));
-    view.appendToDialpadNumber(QStringLiteral("#"));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("1#"));
-    view.removeLastFromDialpadNumber();
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("1"));
+    tab.removeLastFromDialpadNumber();
+    EXPECT_EQ(tab.dialpadNumber(), QString());
+    tab.appendToDialpadNumber(QStringLiteral("1"));
+    tab.appendToDialpadNumber(QStringLiteral("#"));
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("1#"));
+    tab.removeLastFromDialpadNumber();
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("1"));
 }
 
 TEST_F(DialPad, TakesTheKeyboard) {
     connect();
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_Asterisk, QStringLiteral("*")));
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_1, QStringLiteral("1")));
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_2, QStringLiteral("2")));
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_Backspace, QStringLiteral("\b")));
-    EXPECT_FALSE(view.dialpadKeyPressed(Qt::Key_A, QStringLiteral("a")));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("*1"));
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_Return, QStringLiteral("\r")));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_Asterisk, QStringLiteral("*")));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_1, QStringLiteral("1")));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_2, QStringLiteral("2")));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_Backspace, QStringLiteral("\b")));
+    EXPECT_FALSE(tab.dialpadKeyPressed(Qt::Key_A, QStringLiteral("a")));
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("*1"));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_Return, QStringLiteral("\r")));
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"make_call","number":"*1","simSlot":0})"));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("*1"));
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("*1"));
 }
 
 TEST_F(DialPad, ReturnOnAnEmptyDisplayDoesNothing) {
     connect();
-    EXPECT_TRUE(view.dialpadKeyPressed(Qt::Key_Return, QStringLiteral("\r")));
+    EXPECT_TRUE(tab.dialpadKeyPressed(Qt::Key_Return, QStringLiteral("\r")));
     EXPECT_THAT(takeSent(), ElementsAre());
     EXPECT_TRUE(announced.empty());
-}
-
-TEST_F(DialPad, ShowsTheNumberOfACallThatIsAnnouncedAsAText) {
-    observation = {};
-    fake.internalNotifications.post(InternalNotifications::prepareActiveCall, QStringLiteral("+49 1"));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("+49 1"));
-    fake.internalNotifications.post(InternalNotifications::prepareActiveCall,
-                                    PreparedCall{.number = QStringLiteral("2"), .name = {}});
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("+49 1")) << "nothing but a text";
-    EXPECT_EQ(view.selectedTab(), 0) << "the tab does not change";
 }
 
 TEST_F(StartCall, CallsTheNumberAsItStandsAndAnnouncesTheCall) {
     connect();
     reportCalls({{.number = QStringLiteral("491"), .name = QStringLiteral("Ann")}});
-    view.setSelectedSimSlot(4);
-    view.appendToDialpadNumber(QStringLiteral("4*91#"));
-    view.startCall();
+    sims.setSelectedSimSlot(4);
+    tab.appendToDialpadNumber(QStringLiteral("4*91#"));
+    tab.startCall();
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"make_call","number":"4*91#","simSlot":4})"));
     EXPECT_THAT(announced,
                 ElementsAre(PreparedCall{.number = QStringLiteral("4*91#"), .name = QStringLiteral("Ann")}));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("4*91#"));
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("4*91#"));
 }
 
 TEST_F(StartCall, ANumberThatNobodyKnowsIsItsOwnName) {
-    view.appendToDialpadNumber(QStringLiteral("7"));
-    view.startCall();
+    tab.appendToDialpadNumber(QStringLiteral("7"));
+    tab.startCall();
     EXPECT_THAT(announced,
                 ElementsAre(PreparedCall{.number = QStringLiteral("7"), .name = QStringLiteral("7")}))
         << "without a phone, too";
@@ -92,74 +91,61 @@ TEST_F(StartCall, ANumberThatNobodyKnowsIsItsOwnName) {
 
 TEST_F(StartCall, ALogRowRedialsAtOnce) {
     connect();
-    view.redial(QStringLiteral("+49 1"));
+    tab.redial(QStringLiteral("+49 1"));
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"make_call","number":"+49 1","simSlot":0})"));
-    EXPECT_EQ(view.dialpadNumber(), QStringLiteral("+49 1"));
+    EXPECT_EQ(tab.dialpadNumber(), QStringLiteral("+49 1"));
 }
 
 TEST_F(StartCall, ALogRowWithoutANumberCallsNobody) {
     connect();
-    view.redial(QString());
+    tab.redial(QString());
     EXPECT_THAT(takeSent(), ElementsAre());
 }
 
-TEST_F(CallsTab, EndingACallHangsUpAndClearsTheRinging) {
+TEST_F(Calls, EndingACallHangsUpAndClearsTheRinging) {
     connect();
     store->incomingCallInfo.set(IncomingCallInfo{.number = QStringLiteral("1")});
-    view.isSpeakerOn = true;
-    view.isMuted = true;
-    view.endCall();
+    tab.isSpeakerOn = true;
+    tab.isMuted = true;
+    tab.endCall();
     EXPECT_THAT(takeSent(), ElementsAre(R"({"action":"hangup_call"})"));
     EXPECT_FALSE(store->incomingCallInfo.get().has_value());
-    EXPECT_FALSE(view.isSpeakerOn || view.isMuted);
+    EXPECT_FALSE(tab.isSpeakerOn || tab.isMuted);
 }
 
-TEST_F(CallsTab, DurationsHaveAsManyMinutesAsTheyTake) {
-    EXPECT_EQ(SettingsView::formatDuration(0), QStringLiteral("00:00"));
-    EXPECT_EQ(SettingsView::formatDuration(65), QStringLiteral("01:05"));
-    EXPECT_EQ(SettingsView::formatDuration(36'000), QStringLiteral("600:00"));
+TEST_F(Calls, DurationsHaveAsManyMinutesAsTheyTake) {
+    EXPECT_EQ(CallsTab::formatDuration(0), QStringLiteral("00:00"));
+    EXPECT_EQ(CallsTab::formatDuration(65), QStringLiteral("01:05"));
+    EXPECT_EQ(CallsTab::formatDuration(36'000), QStringLiteral("600:00"));
 }
 
-TEST_F(CallsTab, TheLogIsShownAsThePhoneSendsIt) {
+TEST_F(Calls, TheLogIsShownAsThePhoneSendsIt) {
     reportCalls({{.number = QStringLiteral("1"), .date = 1}, {.number = QStringLiteral("2"), .date = 2}});
-    EXPECT_THAT(column(*view.callListModel(), CallListModel::NumberRole), ElementsAre("1", "2"));
+    EXPECT_THAT(column(*tab.callListModel(), CallListModel::NumberRole), ElementsAre("1", "2"));
     reportCalls({});
-    EXPECT_EQ(view.callListModel()->count(), 0);
+    EXPECT_EQ(tab.callListModel()->count(), 0);
 }
 
-TEST_F(CallsTab, ANameThatTheLogBringsIsShownEverywhere) {
-    reportSms({{.address = QStringLiteral("1"), .date = 1}});
-    store->add({.id = QUuid::createUuid(), .title = QStringLiteral("1")});
-    view.openConversation(QStringLiteral("1"));
-    std::vector<std::string> conversationChanges;
-    std::vector<std::string> notificationChanges;
-    recordChanges(*view.filteredConversations(), conversationChanges);
-    recordChanges(*view.notificationsTab()->items(), notificationChanges);
-    reportCalls({{.number = QStringLiteral("1"), .name = QStringLiteral("Ann")}});
-    EXPECT_THAT(conversationChanges, ElementsAre("change 0-0"));
-    EXPECT_THAT(notificationChanges, ElementsAre("change 0-0"));
-    EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::ShownNameRole),
-                ElementsAre("Ann"));
-    EXPECT_THAT(column(*view.notificationsTab()->items(), NotifListModel::ShownTitleRole),
-                ElementsAre("Ann"));
-    EXPECT_EQ(view.threadName(), QStringLiteral("Ann"));
+TEST_F(Calls, ANewLogShowsAllNamesAfresh) {
+    reportCalls({{.number = QStringLiteral("1"), .date = 1}});
+    std::vector<std::string> changes;
+    recordChanges(*tab.callListModel(), changes);
+    reportCalls({{.number = QStringLiteral("2"), .date = 2}, {.number = QStringLiteral("1"), .date = 1}});
+    EXPECT_THAT(changes, ElementsAre("insert 0-0", "change 0-1"));
 }
 
-TEST_F(DialerSims, AreShownFromTwoSimsOn) {
-    EXPECT_FALSE(view.showsDialerSims());
-    store->availableSIMs.set({{.slot = 3}});
-    EXPECT_FALSE(view.showsDialerSims());
-    EXPECT_EQ(view.selectedSimSlot(), 3);
-    store->availableSIMs.set({{.slot = 3}, {.slot = 4}});
-    EXPECT_TRUE(view.showsDialerSims());
+TEST_F(Calls, TheirDatesAreShownAfreshWhenTheDayMayHaveChanged) {
+    fake.clock.time = 1'700'000'000;
+    reportCalls({{.number = QStringLiteral("1"), .date = fake.clock.time * 1000}});
+    std::vector<std::string> changes;
+    recordChanges(*tab.callListModel(), changes);
+    fake.clock.time += 86'400;
+    tab.refreshDates();
+    EXPECT_THAT(changes, ElementsAre("change 0-0"));
+    EXPECT_THAT(column(*tab.callListModel(), CallListModel::RelativeDateRole), ElementsAre("Yesterday"));
 }
 
-TEST_F(DialerSims, AreAlwaysTheSlotsZeroAndOne) {
-    store->availableSIMs.set({{.slot = 3}, {.slot = 4}, {.slot = 5}});
-    EXPECT_EQ(view.dialerSimIndex(), -1);
-    view.setDialerSimIndex(1);
-    EXPECT_EQ(view.selectedSimSlot(), 1);
-    EXPECT_EQ(view.dialerSimIndex(), 1);
-    view.setDialerSimIndex(2);
-    EXPECT_EQ(view.selectedSimSlot(), 1);
+TEST_F(Calls, KeepWhatNoControlShowsAsItWas) {
+    EXPECT_FALSE(tab.isSpeakerOn || tab.isMuted);
+    EXPECT_EQ(tab.timer, nullptr);
 }

@@ -163,7 +163,7 @@ TEST(AppDelegate, TheAddressIsFollowedWhileTheWindowIsOnShow) {
     EXPECT_FALSE(test.fake.addressWatch.change());
     test.delegate.showSettings(0);
     int told = 0;
-    QObject::connect(test.settingsView, &SettingsView::localIPChanged, [&told] { ++told; });
+    QObject::connect(test.settingsView->settingsTab(), &SettingsTab::localIPChanged, [&told] { ++told; });
     EXPECT_TRUE(test.fake.addressWatch.change());
     EXPECT_EQ(told, 1);
     test.window->close();

@@ -35,15 +35,16 @@ TEST_F(Window, ShowsDatesAfreshWhenItAppearsOrTheUserComesBack) {
     reportSms({{.address = QStringLiteral("1"), .date = date}});
     reportCalls({{.number = QStringLiteral("1"), .date = date}});
     int told = 0;
-    for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(view.filteredConversations()),
-                                      static_cast<QAbstractItemModel*>(view.callListModel())}) {
+    for (QAbstractItemModel* model :
+         {static_cast<QAbstractItemModel*>(view.sendSmsTab()->filteredConversations()),
+          static_cast<QAbstractItemModel*>(view.callsTab()->callListModel())}) {
         QObject::connect(model, &QAbstractItemModel::dataChanged, model, [&told] { ++told; });
     }
     fake.clock.time += 86'400;
     view.appeared();
     view.becameActive();
     EXPECT_EQ(told, 4);
-    EXPECT_THAT(column(*view.filteredConversations(), ConversationListModel::RelativeDateRole),
+    EXPECT_THAT(column(*view.sendSmsTab()->filteredConversations(), ConversationListModel::RelativeDateRole),
                 ElementsAre("Yesterday"));
 }
 
@@ -65,10 +66,65 @@ TEST_F(Window, LooksForTheAccessibilityPermissionWhenItAppearsAndWhenTheUserCome
 TEST_F(Window, KeepsTheLogsThatThePhoneSends) {
     receive(R"({"action":"sms_history","messages":[{"address":"1","body":"Hi","date":5,"type":1}]})");
     receive(R"({"action":"call_history","calls":[{"number":"2","date":5,"duration":1,"type":3}]})");
-    ASSERT_EQ(view.phoneSmsLog().size(), 1);
-    EXPECT_EQ(view.phoneSmsLog()[0].body, QStringLiteral("Hi"));
-    ASSERT_EQ(view.phoneCallLog().size(), 1);
-    EXPECT_EQ(view.phoneCallLog()[0].number, QStringLiteral("2"));
+    ASSERT_EQ(view.sendSmsTab()->phoneSmsLog().size(), 1);
+    EXPECT_EQ(view.sendSmsTab()->phoneSmsLog()[0].body, QStringLiteral("Hi"));
+    ASSERT_EQ(view.callsTab()->phoneCallLog().size(), 1);
+    EXPECT_EQ(view.callsTab()->phoneCallLog()[0].number, QStringLiteral("2"));
+}
+
+TEST_F(Window, ShowsANameThatTheCallLogBringsEverywhere) {
+    reportSms({{.address = QStringLiteral("1"), .date = 1}});
+    store->add({.id = QUuid::createUuid(), .title = QStringLiteral("1")});
+    view.sendSmsTab()->openConversation(QStringLiteral("1"));
+    std::vector<std::string> conversationChanges;
+    std::vector<std::string> notificationChanges;
+    recordChanges(*view.sendSmsTab()->filteredConversations(), conversationChanges);
+    recordChanges(*view.notificationsTab()->items(), notificationChanges);
+    reportCalls({{.number = QStringLiteral("1"), .name = QStringLiteral("Ann")}});
+    EXPECT_THAT(conversationChanges, ElementsAre("change 0-0"));
+    EXPECT_THAT(notificationChanges, ElementsAre("change 0-0"));
+    EXPECT_THAT(column(*view.sendSmsTab()->filteredConversations(), ConversationListModel::ShownNameRole),
+                ElementsAre("Ann"));
+    EXPECT_THAT(column(*view.notificationsTab()->items(), NotifListModel::ShownTitleRole),
+                ElementsAre("Ann"));
+    EXPECT_EQ(view.sendSmsTab()->threadName(), QStringLiteral("Ann"));
+}
+
+TEST_F(Window, HasTheDialPadShowTheNumberOfACallThatIsAnnouncedAsAText) {
+    fake.internalNotifications.post(InternalNotifications::prepareActiveCall, QStringLiteral("+49 1"));
+    EXPECT_EQ(view.callsTab()->dialpadNumber(), QStringLiteral("+49 1"));
+    fake.internalNotifications.post(InternalNotifications::prepareActiveCall,
+                                    PreparedCall{.number = QStringLiteral("2"), .name = {}});
+    EXPECT_EQ(view.callsTab()->dialpadNumber(), QStringLiteral("+49 1")) << "nothing but a text";
+    EXPECT_EQ(view.selectedTab(), 0) << "the tab does not change";
+}
+
+TEST_F(Window, ReadsTheNotificationPermissionWhenItAppearsAndNotWhenTheUserComesBack) {
+    view.becameActive();
+    run();
+    EXPECT_TRUE(fake.userNotificationCenter.calls.isEmpty());
+    view.appeared();
+    run();
+    EXPECT_EQ(view.settingsTab()->notifAuthStatus(), 2);
+}
+
+TEST_F(Window, HasTheAddressShownAfreshWhenTheUserComesBack) {
+    const auto told = countSignals(*view.settingsTab(), &SettingsTab::localIPChanged);
+    view.appeared();
+    EXPECT_EQ(*told, 0) << "the tab does that itself";
+    view.becameActive();
+    EXPECT_EQ(*told, 1);
+}
+
+TEST_F(Window, LeavesTheLoginSwitchAsItWasWhenItAppears) {
+    fake.loginItem.enabled = true;
+    view.appeared();
+    EXPECT_FALSE(view.settingsTab()->launchAtLogin());
+}
+
+TEST_F(Window, HasOneSelectedSimForMessagesAndCalls) {
+    view.callsTab()->sims()->setSelectedSimSlot(4);
+    EXPECT_EQ(view.sendSmsTab()->sims()->selectedSimSlot(), 4);
 }
 
 TEST_F(Window, IgnoresLogsOfAnotherKind) {
@@ -78,9 +134,9 @@ TEST_F(Window, IgnoresLogsOfAnotherKind) {
     fake.internalNotifications.post(InternalNotifications::callHistoryUpdated, QList<SmsRecord>());
     fake.internalNotifications.post(InternalNotifications::smsHistoryUpdated, QList<CallRecord>());
     fake.internalNotifications.post(InternalNotifications::prepareActiveCall, qint64{5});
-    EXPECT_EQ(view.phoneSmsLog().size(), 1);
-    EXPECT_EQ(view.phoneCallLog().size(), 1);
-    EXPECT_EQ(view.dialpadNumber(), QString());
+    EXPECT_EQ(view.sendSmsTab()->phoneSmsLog().size(), 1);
+    EXPECT_EQ(view.callsTab()->phoneCallLog().size(), 1);
+    EXPECT_EQ(view.callsTab()->dialpadNumber(), QString());
 }
 
 TEST_F(Window, MayGoBeforeWhatItObserves) {
@@ -90,7 +146,7 @@ TEST_F(Window, MayGoBeforeWhatItObserves) {
     reportSms({{.address = QStringLiteral("1")}});
     store->availableSIMs.set({{.slot = 1}});
     fake.userDefaults.set(QStringLiteral("port"), 1);
-    EXPECT_EQ(view.phoneSmsLog().size(), 1);
+    EXPECT_EQ(view.sendSmsTab()->phoneSmsLog().size(), 1);
 }
 
 TEST_F(Window, HasLabelsInTheSidebarAbove250) {
@@ -122,13 +178,13 @@ TEST_F(Tabs, TheChoiceIsStored) {
 }
 
 TEST_F(Tabs, TheSettingIsFollowedAndTheRestOfTheWindowStays) {
-    view.setChatText(QStringLiteral("draft"));
+    view.sendSmsTab()->setChatText(QStringLiteral("draft"));
     const auto told = countSignals(view, &SettingsView::selectedTabChanged);
     fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 2);
     fake.userDefaults.set(QStringLiteral("selectedSettingsTab"), 2);
     EXPECT_EQ(view.selectedTab(), 2);
     EXPECT_EQ(*told, 1);
-    EXPECT_EQ(view.chatText(), QStringLiteral("draft"));
+    EXPECT_EQ(view.sendSmsTab()->chatText(), QStringLiteral("draft"));
 }
 
 TEST_F(Tabs, AnUnknownNumberShowsTheCallsUntilAnotherIsChosen) {

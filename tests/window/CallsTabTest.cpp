@@ -39,7 +39,7 @@ struct Calls : testing::Test, TestWindow {
         settle();
     }
 
-    std::string number() { return view.dialpadNumber().toStdString(); }
+    std::string number() { return view.callsTab()->dialpadNumber().toStdString(); }
 };
 
 CallRecord call(const char* number, const char* name, qint64 type = 1) {
@@ -258,7 +258,7 @@ TEST_F(Calls, TheSimIsChosenWhereThereAreSeveral) {
     settle();
     EXPECT_THAT(names(QAccessible::RadioButton), ElementsAre("SIM 1", "SIM 2"));
     click(*item(QAccessible::RadioButton, QStringLiteral("SIM 2")));
-    EXPECT_EQ(view.selectedSimSlot(), 1);
+    EXPECT_EQ(view.callsTab()->sims()->selectedSimSlot(), 1);
     EXPECT_TRUE(find(QAccessible::RadioButton, QStringLiteral("SIM 2"))->state().checked);
 }
 
@@ -268,11 +268,11 @@ TEST_F(Calls, ArrowsChooseTheSim) {
     settle();
     focus("SIM");
     type(Qt::Key_Right);
-    EXPECT_EQ(view.selectedSimSlot(), 1);
+    EXPECT_EQ(view.callsTab()->sims()->selectedSimSlot(), 1);
     type(Qt::Key_Right);
-    EXPECT_EQ(view.selectedSimSlot(), 1);
+    EXPECT_EQ(view.callsTab()->sims()->selectedSimSlot(), 1);
     type(Qt::Key_Left);
-    EXPECT_EQ(view.selectedSimSlot(), 0);
+    EXPECT_EQ(view.callsTab()->sims()->selectedSimSlot(), 0);
 }
 
 TEST_F(Calls, WithoutCallsItSaysSo) {

@@ -62,7 +62,7 @@ TEST_F(MainWindowTest, OpeningOnTheSmsTabAsksForEachLogTwice) {
 }
 
 TEST_F(MainWindowTest, EachTabIsBuiltOnce) {
-    constexpr std::array tabs{"SettingsTab", "NotificationsTab", "MessagesTab",  "InfoTab",
+    constexpr std::array tabs{"SettingsTab", "NotificationsTab", "SendSmsTab",   "InfoTab",
                               "CallsTab",    "FileDropTab",      "ClipboardTab", "RemoteControlTab"};
     for (int tab = 0; tab < std::ssize(tabs); ++tab) {
         view.setSelectedTab(tab);

@@ -110,7 +110,7 @@ TEST_F(Measures, OfTheCallTab) {
 TEST_F(Measures, OfTheSmsTab) {
     useText(1);
     fillMessages("Hi");
-    view.openConversation(QStringLiteral("12"));
+    view.sendSmsTab()->openConversation(QStringLiteral("12"));
     show(Tab::sms);
     EXPECT_EQ(first("ConversationPane_QMLTYPE").width(), 260);
     EXPECT_EQ(sizeOf("ContactAvatar_QMLTYPE"), QSizeF(36, 36));
@@ -187,7 +187,7 @@ TEST_F(Measures, OneLineIsOneLineEverywhere) {
     file.fileName = name;
     store->addFileTransfer(file);
     reportSms({{.address = QStringLiteral("12"), .name = name, .body = QStringLiteral("Hi"), .date = 1}});
-    view.openConversation(QStringLiteral("12"));
+    view.sendSmsTab()->openConversation(QStringLiteral("12"));
     store->connectedRemoteIP.set(QStringLiteral("1.2.3.4"));
     store->connectedDeviceName.set(name);
     for (const auto& [tab, row] :

@@ -21,7 +21,7 @@ QList<SmsRecord> thread(const char* address, int count, double firstDate = 1) {
 
 struct MessageList : testing::Test, TestWindow {
     void openThread(const char* address) {
-        view.openConversation(QString::fromUtf8(address));
+        view.sendSmsTab()->openConversation(QString::fromUtf8(address));
         show(Tab::sms);
     }
 
@@ -75,8 +75,8 @@ TEST_F(MessageList, GlidesToANewMessage) {
     reportSms(thread("1", 50));
     openThread("1");
     const auto before = place();
-    view.setChatText(QStringLiteral("new"));
-    view.sendChatMessage();
+    view.sendSmsTab()->setChatText(QStringLiteral("new"));
+    view.sendSmsTab()->sendChatMessage();
     QCoreApplication::processEvents();
     EXPECT_TRUE(isGliding());
     settleGlide();
@@ -118,7 +118,7 @@ TEST_F(MessageList, AnotherThreadWithMoreOrFewerMessagesOpensAtItsEnd) {
     reportSms(thread("1", 200) + thread("2", 90));
     openThread("1");
     scrollUp(3000);
-    view.openConversation(QStringLiteral("2"));
+    view.sendSmsTab()->openConversation(QStringLiteral("2"));
     settleGlide();
     EXPECT_TRUE(isAtEnd());
 }
@@ -129,7 +129,7 @@ TEST_F(MessageList, AnotherThreadWithAsManyMessagesDoesNotScroll) {
     scrollUp(1500);
     const auto before = topMessage();
     ASSERT_NE(before, QString());
-    view.openConversation(QStringLiteral("2"));
+    view.sendSmsTab()->openConversation(QStringLiteral("2"));
     settle();
     EXPECT_FALSE(isGliding());
     EXPECT_FALSE(isAtEnd());

@@ -41,7 +41,7 @@ TEST_F(SettingsTabTest, WithAPhoneItShowsWhoItIs) {
 TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
     show(Tab::settings);
     EXPECT_FALSE(shows("Restart"));
-    view.commitPort(QStringLiteral("9000"));
+    view.settingsTab()->commitPort(QStringLiteral("9000"));
     settle();
     ASSERT_TRUE(press("Restart"));
     EXPECT_EQ(transport.ports.back(), 9000);
@@ -50,7 +50,7 @@ TEST_F(SettingsTabTest, RestartIsThereWhileAnotherPortWaitsForIt) {
 
 TEST_F(SettingsTabTest, ThePortComesBeforeItsRestart) {
     show(Tab::settings);
-    view.commitPort(QStringLiteral("9000"));
+    view.settingsTab()->commitPort(QStringLiteral("9000"));
     settle();
     EXPECT_LT(find(QStringLiteral("Port"))->rect().left(), find(QStringLiteral("Restart"))->rect().left());
 }
@@ -84,7 +84,7 @@ TEST_F(SettingsTabTest, TheAddressIsCopiedByItsButton) {
     show(Tab::settings);
     ASSERT_TRUE(press("Copy IP address"));
     EXPECT_EQ(fake.pasteboard.calls,
-              QStringList({QStringLiteral("clear"), QStringLiteral("set:") + view.localIP()}));
+              QStringList({QStringLiteral("clear"), QStringLiteral("set:") + view.settingsTab()->localIP()}));
 }
 
 TEST_F(SettingsTabTest, NotificationsThatWereNotAskedForAreAskedFor) {
@@ -121,7 +121,7 @@ TEST_F(SettingsTabTest, TheSwitchRegistersTheLoginItem) {
         for (const auto& name : namesOf(QAccessible::CheckBox)) {
             EXPECT_EQ(name, QStringLiteral("Launch at login"));
         }
-        view.setLaunchAtLogin(isOn);
+        view.settingsTab()->setLaunchAtLogin(isOn);
         settle();
         EXPECT_EQ(fake.loginItem.enabled, isOn);
     }

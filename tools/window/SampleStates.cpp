@@ -54,10 +54,10 @@ void greet(TestView& test, const QString& device, const QString& wifi, qint64 ba
 
 /// Shows the newest thread, with a draft, and a number that is being dialled.
 void openThread(TestView& test, const QString& draft, const QString& number) {
-    const auto& conversations = test.view.filteredConversations()->records();
-    test.view.openConversation(conversations.first().displayAddress);
-    test.view.setChatText(draft);
-    test.view.appendToDialpadNumber(number);
+    const auto& conversations = test.view.sendSmsTab()->filteredConversations()->records();
+    test.view.sendSmsTab()->openConversation(conversations.first().displayAddress);
+    test.view.sendSmsTab()->setChatText(draft);
+    test.view.callsTab()->appendToDialpadNumber(number);
 }
 
 void one(TestView& test) {
@@ -105,8 +105,8 @@ void many(TestView& test) {
 void newNumber(TestView& test) {
     receive(test, phone::simInfoMessage({{.slot = 1, .carrier = QStringLiteral("Nordic Mobile")}}));
     receive(test, phone::smsHistoryMessage(phone::demoSmsLog(QDateTime::currentMSecsSinceEpoch())));
-    test.view.openConversation(QStringLiteral("+49 30 901820"));
-    test.view.setContactQuery(QStringLiteral("+4"));
+    test.view.sendSmsTab()->openConversation(QStringLiteral("+49 30 901820"));
+    test.view.sendSmsTab()->setContactQuery(QStringLiteral("+4"));
 }
 
 void longTexts(TestView& test) {

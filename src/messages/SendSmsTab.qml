@@ -5,9 +5,9 @@ import Brenvale
 Item {
     id: tab
 
-    required property SettingsView view
+    required property SendSmsState sms
 
-    Component.onCompleted: view.messagesTabAppeared()
+    Component.onCompleted: sms.appeared()
     Keyboard.home: thread.field ?? conversations.searchField
 
     function search() {
@@ -20,7 +20,7 @@ Item {
 
         width: 260
         height: parent.height
-        view: tab.view
+        sms: tab.sms
         onOpened: tab.Keyboard.goHome()
     }
     Hairline {
@@ -38,6 +38,6 @@ Item {
             top: parent.top
             bottom: parent.bottom
         }
-        view: tab.view
+        sms: tab.sms
     }
 }

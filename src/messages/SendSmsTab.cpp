@@ -1,9 +1,11 @@
+#include "messages/SendSmsTab.h"
+
 #include "link/WebSocketServer.h"
 #include "messages/Addresses.h"
+#include "messages/ContactNames.h"
 #include "platform/Clock.h"
 #include "platform/CopyText.h"
 #include "platform/Platform.h"
-#include "shell/SettingsView.h"
 
 namespace brenvale {
 
@@ -14,7 +16,16 @@ constexpr qsizetype digitsForSuggestions = 3;
 
 } // namespace
 
-void SettingsView::setContactQuery(const QString& query) {
+SendSmsTab::SendSmsTab(Platform& platform, WebSocketServer& server, const ContactNames& names, Sims& sims)
+    : platform_(platform),
+      server_(server),
+      names_(names),
+      sims_(sims),
+      filteredConversations_(names, platform.clock) {}
+
+SendSmsTab::~SendSmsTab() = default;
+
+void SendSmsTab::setContactQuery(const QString& query) {
     if (query == contactQuery_) {
         return;
     }
@@ -26,48 +37,48 @@ void SettingsView::setContactQuery(const QString& query) {
     emit showsNoMessagesChanged();
 }
 
-bool SettingsView::showsNewNumberRow() const {
+bool SendSmsTab::showsNewNumberRow() const {
     return !contactQuery_.isEmpty() && looksNumeric_;
 }
 
-bool SettingsView::showsNoMessages() const {
+bool SendSmsTab::showsNoMessages() const {
     return conversations_.conversations().isEmpty() && contactQuery_.isEmpty();
 }
 
-void SettingsView::filterConversations() {
+void SendSmsTab::filterConversations() {
     filteredConversations_.setConversations(conversations_.filtered(contactQuery_, names_));
 }
 
-QString SettingsView::threadName() const {
+QString SendSmsTab::threadName() const {
     if (!activeRecipient_) {
         return {};
     }
     const auto* conversation = conversations_.find(*activeRecipient_);
     const bool isSpelledAlike = conversation != nullptr && conversation->displayAddress == *activeRecipient_;
-    return contactName(*activeRecipient_, isSpelledAlike ? conversation->contactName : std::nullopt);
+    return names_.contactName(*activeRecipient_, isSpelledAlike ? conversation->contactName : std::nullopt);
 }
 
-bool SettingsView::showsThreadAddress() const {
+bool SendSmsTab::showsThreadAddress() const {
     return activeRecipient_ && threadName() != *activeRecipient_;
 }
 
-void SettingsView::setChatText(const QString& text) {
+void SendSmsTab::setChatText(const QString& text) {
     if (text != chatText_) {
         chatText_ = text;
         emit chatTextChanged();
     }
 }
 
-void SettingsView::messagesTabAppeared() {
+void SendSmsTab::appeared() {
     server_.requestSmsHistory();
     server_.requestCallHistory();
 }
 
-void SettingsView::requestSmsHistory() {
+void SendSmsTab::requestSmsHistory() {
     server_.requestSmsHistory();
 }
 
-void SettingsView::openConversation(const QString& address) {
+void SendSmsTab::openConversation(const QString& address) {
     if (activeRecipient_ == address) {
         return;
     }
@@ -77,16 +88,16 @@ void SettingsView::openConversation(const QString& address) {
     emit threadNameChanged();
 }
 
-void SettingsView::openNewNumber() {
+void SendSmsTab::openNewNumber() {
     openConversation(contactQuery_);
     setContactQuery({});
 }
 
-void SettingsView::sendChatMessage() {
+void SendSmsTab::sendChatMessage() {
     if (!activeRecipient_ || chatText_.isEmpty()) {
         return;
     }
-    server_.sendSms(decimalDigits(*activeRecipient_), chatText_, selectedSimSlot_);
+    server_.sendSms(decimalDigits(*activeRecipient_), chatText_, sims_.selectedSimSlot());
     // Shown at once: the next log of the phone takes its place.
     conversations_.append({.address = *activeRecipient_,
                            .name = {},
@@ -97,16 +108,28 @@ void SettingsView::sendChatMessage() {
     setChatText({});
 }
 
-void SettingsView::copyMessage(const QString& body) {
+void SendSmsTab::copyMessage(const QString& body) {
     copyText(platform_.pasteboard, body);
 }
 
-void SettingsView::setPhoneSmsLog(const QList<SmsRecord>& log) {
+void SendSmsTab::namesChanged() {
+    if (!contactQuery_.isEmpty()) {
+        filterConversations();
+    }
+    filteredConversations_.refresh();
+    emit threadNameChanged();
+}
+
+void SendSmsTab::refreshDates() {
+    filteredConversations_.refresh();
+}
+
+void SendSmsTab::setPhoneSmsLog(const QList<SmsRecord>& log) {
     conversations_.setLog(log);
     logChanged();
 }
 
-void SettingsView::logChanged() {
+void SendSmsTab::logChanged() {
     filterConversations();
     if (activeRecipient_) {
         activeMessages_.setMessages(conversations_.messages(*activeRecipient_));

@@ -22,7 +22,7 @@ struct Messages : testing::Test, TestWindow {
     }
 
     void openThread(const char* address) {
-        view.openConversation(QString::fromUtf8(address));
+        view.sendSmsTab()->openConversation(QString::fromUtf8(address));
         open();
     }
 
@@ -63,10 +63,10 @@ TEST_F(Messages, AClickOpensAConversationAndTheAnswerCanBeTyped) {
     reportSms({sms("+1 2", 1, "Hi")});
     open();
     click(*itemsOf("ConversationRow_QMLTYPE").first());
-    EXPECT_EQ(view.activeRecipientText(), QStringLiteral("+1 2"));
+    EXPECT_EQ(view.sendSmsTab()->activeRecipientText(), QStringLiteral("+1 2"));
     EXPECT_FALSE(shows(QStringLiteral("Select a conversation or search for a contact to begin.")));
     type(QStringLiteral("yes"));
-    EXPECT_EQ(view.chatText(), QStringLiteral("yes"));
+    EXPECT_EQ(view.sendSmsTab()->chatText(), QStringLiteral("yes"));
 }
 
 TEST_F(Messages, ConversationsAreReachedAndOpenedByKeyboard) {
@@ -75,7 +75,7 @@ TEST_F(Messages, ConversationsAreReachedAndOpenedByKeyboard) {
     focus("Conversations");
     type(Qt::Key_Down);
     type(Qt::Key_Return);
-    EXPECT_EQ(view.activeRecipientText(), QStringLiteral("2"));
+    EXPECT_EQ(view.sendSmsTab()->activeRecipientText(), QStringLiteral("2"));
 }
 
 TEST_F(Messages, ANumberThatIsTypedCanBeWrittenTo) {
@@ -83,8 +83,8 @@ TEST_F(Messages, ANumberThatIsTypedCanBeWrittenTo) {
     click(field("To: Search or type number…"));
     type(QStringLiteral("+12"));
     press(QStringLiteral("New message to +12"));
-    EXPECT_EQ(view.activeRecipientText(), QStringLiteral("+12"));
-    EXPECT_EQ(view.contactQuery(), QString());
+    EXPECT_EQ(view.sendSmsTab()->activeRecipientText(), QStringLiteral("+12"));
+    EXPECT_EQ(view.sendSmsTab()->contactQuery(), QString());
     EXPECT_TRUE(shows(QStringLiteral("New Conversation")));
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("New message to +12")), nullptr);
 }
@@ -106,7 +106,7 @@ TEST_F(Messages, TheNumberIsTheFirstRowOfTheList) {
     EXPECT_LT(item(QAccessible::Button, QStringLiteral("New message to 1"))->mapToScene({}).y(),
               itemsOf("ConversationRow_QMLTYPE").first()->mapToScene({}).y());
     type(Qt::Key_Return);
-    EXPECT_EQ(view.activeRecipientText(), QStringLiteral("1"));
+    EXPECT_EQ(view.sendSmsTab()->activeRecipientText(), QStringLiteral("1"));
     EXPECT_TRUE(hasFocus("Text Message"));
 }
 
@@ -115,27 +115,27 @@ TEST_F(Messages, ControlAndFLeadToTheSearchFromAnyTab) {
     type(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(view.selectedTab(), Tab::sms);
     type(QStringLiteral("ab"));
-    EXPECT_EQ(view.contactQuery(), QStringLiteral("ab"));
+    EXPECT_EQ(view.sendSmsTab()->contactQuery(), QStringLiteral("ab"));
     type(Qt::Key_Escape);
-    EXPECT_EQ(view.contactQuery(), QString());
+    EXPECT_EQ(view.sendSmsTab()->contactQuery(), QString());
     EXPECT_TRUE(hasFocus("To: Search or type number…"));
 }
 
 TEST_F(Messages, TheOpenThreadIsWhereOneTypesWhenTheTabShows) {
     openThread("1");
     type(QStringLiteral("yes"));
-    EXPECT_EQ(view.chatText(), QStringLiteral("yes"));
+    EXPECT_EQ(view.sendSmsTab()->chatText(), QStringLiteral("yes"));
 }
 
 TEST_F(Messages, TheSearchIsClearedByItsButton) {
     reportSms({sms("1", 1, "Hi")});
     open();
     EXPECT_EQ(find(QAccessible::Button, QStringLiteral("Clear search")), nullptr);
-    view.setContactQuery(QStringLiteral("abc"));
+    view.sendSmsTab()->setContactQuery(QStringLiteral("abc"));
     settle();
     EXPECT_THAT(itemsOf("ConversationRow_QMLTYPE"), IsEmpty());
     press(QStringLiteral("Clear search"));
-    EXPECT_EQ(view.contactQuery(), QString());
+    EXPECT_EQ(view.sendSmsTab()->contactQuery(), QString());
     EXPECT_EQ(itemsOf("ConversationRow_QMLTYPE").size(), 1);
 }
 
@@ -152,7 +152,7 @@ TEST_F(Messages, ReturnSendsTheDraft) {
 TEST_F(Messages, TheSendButtonSendsTheDraftAndNothingElse) {
     openThread("1");
     EXPECT_FALSE(item(QAccessible::Button, QStringLiteral("Send message"))->isEnabled());
-    view.setChatText(QStringLiteral(" "));
+    view.sendSmsTab()->setChatText(QStringLiteral(" "));
     settle();
     press(QStringLiteral("Send message"));
     EXPECT_THAT(takeCommands(), ElementsAre("send_sms"));
@@ -160,8 +160,8 @@ TEST_F(Messages, TheSendButtonSendsTheDraftAndNothingElse) {
 
 TEST_F(Messages, TheDraftStaysWhenAnotherThreadIsOpened) {
     openThread("1");
-    view.setChatText(QStringLiteral("draft"));
-    view.openConversation(QStringLiteral("2"));
+    view.sendSmsTab()->setChatText(QStringLiteral("draft"));
+    view.sendSmsTab()->openConversation(QStringLiteral("2"));
     settle();
     EXPECT_EQ(field("Text Message").property("text").toString(), QStringLiteral("draft"));
 }
@@ -171,7 +171,7 @@ TEST_F(Messages, TheHeadShowsTheAddressBelowANameOnly) {
     openThread("1 2");
     EXPECT_TRUE(shows(QStringLiteral("Ann")));
     EXPECT_TRUE(shows(QStringLiteral("1 2")));
-    view.openConversation(QStringLiteral("34"));
+    view.sendSmsTab()->openConversation(QStringLiteral("34"));
     settle();
     EXPECT_THAT(names(QAccessible::StaticText), Not(Contains("34")));
 }
@@ -188,7 +188,7 @@ TEST_F(Messages, TheSimIsChosenFromAMenu) {
     click(*picker);
     type(Qt::Key_Down);
     type(Qt::Key_Return);
-    EXPECT_EQ(view.selectedSimSlot(), 4);
+    EXPECT_EQ(view.callsTab()->sims()->selectedSimSlot(), 4);
     EXPECT_EQ(picker->property("displayText").toString(), QStringLiteral("B"));
     store->availableSIMs.set(
         {{.slot = 2, .carrier = QStringLiteral("C")}, {.slot = 4, .carrier = QStringLiteral("B")}});
@@ -229,8 +229,8 @@ TEST_F(Messages, TabReachesEveryControl) {
     reportSms({sms("1", 1, "Hi")});
     openThread("1");
     store->availableSIMs.set({{.slot = 0, .carrier = QStringLiteral("A")}});
-    view.setContactQuery(QStringLiteral("1"));
-    view.setChatText(QStringLiteral("draft"));
+    view.sendSmsTab()->setContactQuery(QStringLiteral("1"));
+    view.sendSmsTab()->setChatText(QStringLiteral("draft"));
     settle();
     EXPECT_THAT(tabOrder(), IsSupersetOf({"Tabs", "Refresh messages", "To: Search or type number…",
                                           "Clear search", "New message to 1", "Conversations",
