@@ -1,9 +1,11 @@
+#include "notifications/NotificationPermission.h"
+
 #include "platform/Alerts.h"
 #include "platform/DispatchQueue.h"
 #include "platform/Log.h"
 #include "platform/Platform.h"
 #include "platform/SystemSettings.h"
-#include "shell/AppDelegate.h"
+#include "platform/UserNotificationCenter.h"
 
 #include <chrono>
 
@@ -12,7 +14,7 @@ namespace brenvale {
 namespace {
 
 /// The alert is gone from the screen by then.
-constexpr std::chrono::milliseconds policyPause{100};
+constexpr std::chrono::milliseconds fadeOut{100};
 
 Alert notificationDeniedAlert() {
     return {
@@ -26,7 +28,10 @@ Alert notificationDeniedAlert() {
 
 } // namespace
 
-void AppDelegate::requestNotificationPermission() {
+NotificationPermission::NotificationPermission(Platform& platform, DispatchQueue& main)
+    : platform_(platform), main_(main) {}
+
+void NotificationPermission::requestNotificationPermission() {
     platform_.userNotificationCenter.getNotificationSettings([this](AuthorizationStatus status) {
         main_.async([this, status] {
             if (status == AuthorizationStatus::notDetermined) {
@@ -38,7 +43,7 @@ void AppDelegate::requestNotificationPermission() {
     });
 }
 
-void AppDelegate::requestAuthorization() {
+void NotificationPermission::requestAuthorization() {
     platform_.userNotificationCenter.requestAuthorization(
         [this](bool isGranted, const std::optional<QString>& error) {
             if (error) {
@@ -50,17 +55,13 @@ void AppDelegate::requestAuthorization() {
         });
 }
 
-void AppDelegate::showNotificationDeniedAlert() {
-    setActivationPolicy(ActivationPolicy::regular);
+void NotificationPermission::showNotificationDeniedAlert() {
+    deniedAlertWillShow();
     platform_.alerts.runModal(notificationDeniedAlert(), [this](int response) {
         if (response == Alert::firstButtonReturn) {
             platform_.systemSettings.open(SystemSettings::Pane::notifications);
         }
-        main_.asyncAfter(policyPause, [this] {
-            if (!isSettingsWindowVisible()) {
-                setActivationPolicy(ActivationPolicy::accessory);
-            }
-        });
+        main_.asyncAfter(fadeOut, [this] { deniedAlertIsGone(); });
     });
 }
 

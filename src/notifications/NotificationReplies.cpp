@@ -1,8 +1,8 @@
-#include "notifications/ReplyCategory.h"
+#include "notifications/NotificationReplies.h"
 
 #include "link/WebSocketServer.h"
-#include "platform/Platform.h"
-#include "shell/AppDelegate.h"
+#include "notifications/ReplyCategory.h"
+#include "platform/UserNotificationCenter.h"
 
 namespace brenvale {
 
@@ -12,24 +12,18 @@ const QString replyAction = QStringLiteral("REPLY_ACTION");
 
 } // namespace
 
-void AppDelegate::registerNotificationCategories() {
+void registerNotificationCategories(UserNotificationCenter& center) {
     const TextInputNotificationAction reply{.identifier = replyAction,
                                             .title = QStringLiteral("Reply"),
                                             .textInputButtonTitle = QStringLiteral("Send"),
                                             .textInputPlaceholder = QStringLiteral("Type your reply...")};
-    platform_.userNotificationCenter.setNotificationCategories(
-        {{.identifier = replyCategory.toString(), .actions = {reply}}});
+    center.setNotificationCategories({{.identifier = replyCategory.toString(), .actions = {reply}}});
 }
 
-void AppDelegate::userNotificationCenterDidReceive(const NotificationResponse& response) {
+void sendReply(const NotificationResponse& response, WebSocketServer& server) {
     if (response.actionIdentifier == replyAction && response.userText) {
-        server_.sendReply(response.requestIdentifier, *response.userText);
+        server.sendReply(response.requestIdentifier, *response.userText);
     }
-}
-
-PresentationOptions
-AppDelegate::userNotificationCenterWillPresent(const NotificationRequest& /*request*/) const {
-    return {.banner = true, .sound = true, .badge = true};
 }
 
 } // namespace brenvale

@@ -1,8 +1,10 @@
 #include "shell/AppDelegate.h"
 
 #include "link/WebSocketServer.h"
+#include "notifications/NotificationReplies.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/AddressWatch.h"
+#include "platform/DispatchQueue.h"
 #include "platform/Platform.h"
 #include "platform/StatusItem.h"
 #include "platform/SystemSleep.h"
@@ -10,6 +12,8 @@
 #include "records/HistoryStore.h"
 #include "shell/MainWindow.h"
 #include "shell/SettingsView.h"
+#include "shell/Tab.h"
+#include "transfer/SendToAndroidService.h"
 
 namespace brenvale {
 
@@ -25,16 +29,26 @@ AppDelegate::AppDelegate(Platform& platform, DispatchQueue& main, WebSocketServe
       main_(main),
       server_(server),
       makeMainWindow_(std::move(makeMainWindow)),
+      notificationPermission_(platform, main),
       historyStore_(std::make_shared<HistoryStore>()),
       callWindows_(
-          std::make_shared<CallWindows>(platform, main, server, *historyStore_, std::move(makeCallPanels))) {}
+          std::make_shared<CallWindows>(platform, main, server, *historyStore_, std::move(makeCallPanels))) {
+    notificationPermission_.deniedAlertWillShow = [this] {
+        setActivationPolicy(ActivationPolicy::regular);
+    };
+    notificationPermission_.deniedAlertIsGone = [this] {
+        if (!isSettingsWindowVisible()) {
+            setActivationPolicy(ActivationPolicy::accessory);
+        }
+    };
+}
 
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
     platform_.userNotificationCenter.setDelegate(this);
-    requestNotificationPermission();
-    registerNotificationCategories();
+    notificationPermission_.requestNotificationPermission();
+    registerNotificationCategories(platform_.userNotificationCenter);
     checkAccessibilityPermission();
     buildMenu(); // before the server starts, or its first report is lost
     server_.historyStore = historyStore_;
@@ -61,6 +75,21 @@ void AppDelegate::openWindowWithoutTray() {
             applicationShouldHandleReopen();
         }
     };
+}
+
+void AppDelegate::handleSendToAndroidService(const QList<QUrl>& urls) {
+    if (sendToAndroid(urls, server_, platform_.log)) {
+        main_.async([this] { showSettings(Tab::fileDrop); });
+    }
+}
+
+void AppDelegate::userNotificationCenterDidReceive(const NotificationResponse& response) {
+    sendReply(response, server_);
+}
+
+PresentationOptions
+AppDelegate::userNotificationCenterWillPresent(const NotificationRequest& /*request*/) const {
+    return {.banner = true, .sound = true, .badge = true};
 }
 
 void AppDelegate::checkAccessibilityPermission() {

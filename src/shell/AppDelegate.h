@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calls/CallWindows.h"
+#include "notifications/NotificationPermission.h"
 #include "platform/UserNotificationCenter.h"
 #include "records/Published.h"
 
@@ -19,8 +20,7 @@ class WebSocketServer;
 struct Platform;
 
 /// The root of the process: it owns the store and the windows, wires the phone link to the store, and brings
-/// everything up in order. It lives until the process ends. Its members stand in the folders of what they do.
-/// On main.
+/// everything up in order. It lives until the process ends. On main.
 class AppDelegate final : public UserNotificationCenterDelegate {
 public:
     /// Whether the program shows among the running ones, in the task bar for instance.
@@ -57,18 +57,8 @@ public:
     /// Brings the main window up on the tab of that number.
     void showSettings(int tab);
 
-    // shell/StatusMenu.cpp
-
-    /// Does what the menu's row of that name does ("call", "sms", ..., "quit"), or presses the button of a
-    /// call's panel; nothing for another name.
-    void activateAction(const QString& name);
-
-    // transfer/SendToAndroidService.cpp
-
     /// Another program hands files over to be sent. Does nothing without a local file among them.
     void handleSendToAndroidService(const QList<QUrl>& urls);
-
-    // notifications/NotificationReplies.cpp
 
     /// Sends a reply to the phone, whatever its text; other responses do nothing.
     void userNotificationCenterDidReceive(const NotificationResponse& response) override;
@@ -76,6 +66,12 @@ public:
     /// Notifications show while the program is in front as they do otherwise.
     [[nodiscard]] PresentationOptions
     userNotificationCenterWillPresent(const NotificationRequest& request) const override;
+
+    // shell/StatusMenu.cpp
+
+    /// Does what the menu's row of that name does ("call", "sms", ..., "quit"), or presses the button of a
+    /// call's panel; nothing for another name.
+    void activateAction(const QString& name);
 
 private:
     // shell/AppDelegate.cpp
@@ -88,18 +84,11 @@ private:
     // shell/StatusMenu.cpp
     void buildMenu();
 
-    // notifications/NotificationPermission.cpp
-    void requestNotificationPermission();
-    void requestAuthorization();
-    void showNotificationDeniedAlert();
-
-    // notifications/NotificationReplies.cpp
-    void registerNotificationCategories();
-
     Platform& platform_;
     DispatchQueue& main_;
     WebSocketServer& server_;
     MakeMainWindow makeMainWindow_;
+    NotificationPermission notificationPermission_;
     std::shared_ptr<HistoryStore> historyStore_; ///< shared only so that the server can hold it weakly
     std::shared_ptr<CallWindows> callWindows_;   ///< shared only so that its steps can hold it weakly
     std::unique_ptr<SettingsView> settingsView_; ///< made with the window
