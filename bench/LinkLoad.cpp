@@ -2,8 +2,8 @@
 
 #include "ClientFrames.h"
 #include "Phone.h"
-#include "records/HistoryListModels.h"
 #include "transfer/FileChunkText.h"
+#include "transfer/FileTransferListModel.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

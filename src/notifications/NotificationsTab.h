@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/HistoryListModels.h"
+#include "notifications/NotifListModel.h"
 
 #include <QObject>
 #include <QUuid>

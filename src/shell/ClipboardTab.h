@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/HistoryListModels.h"
+#include "shell/ClipboardListModel.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/HistoryListModels.h"
+#include "transfer/FileTransferListModel.h"
 
 #include <QList>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "integration/LiveServer.h"
-#include "records/HistoryListModels.h"
 #include "transfer/FileChunkText.h"
+#include "transfer/FileTransferListModel.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,6 +1,5 @@
-#include "records/HistoryListModels.h"
+#include "transfer/FileTransferListModel.h"
 #include "fakes/ModelChanges.h"
-#include "messages/ContactNames.h"
 #include "records/HistoryStore.h"
 
 #include <QAbstractEventDispatcher>
@@ -15,69 +14,9 @@ using testing::IsEmpty;
 
 namespace {
 
-NotifPayload payload(int number) {
-    return {.id = QUuid::createUuid(), .title = QString::number(number)};
-}
-
 FileTransferRecord transfer(const QString& name) {
     return {.id = QUuid::createUuid(), .fileName = name};
 }
-
-const ContactNames names;
-
-} // namespace
-
-TEST(NotifListModel, ShowsWhatTheStoreHolds) {
-    HistoryStore store;
-    store.add({.id = QUuid::createUuid(),
-               .app = QStringLiteral("Chat"),
-               .title = QStringLiteral("Ann"),
-               .body = QStringLiteral("Hi"),
-               .time = 0,
-               .key = QStringLiteral("k")});
-    const NotifListModel model(store, names);
-    ASSERT_EQ(model.rowCount(), 1);
-    const auto row = model.index(0);
-    EXPECT_EQ(row.data(NotifListModel::AppRole), QStringLiteral("Chat"));
-    EXPECT_EQ(row.data(NotifListModel::TitleRole), QStringLiteral("Ann"));
-    EXPECT_EQ(row.data(NotifListModel::BodyRole), QStringLiteral("Hi"));
-    EXPECT_EQ(row.data(NotifListModel::KeyRole), QStringLiteral("k"));
-    EXPECT_FALSE(row.data(NotifListModel::TimeTextRole).toString().isEmpty());
-    EXPECT_EQ(model.roleNames().value(NotifListModel::TimeTextRole), "timeText");
-}
-
-TEST(NotifListModel, ANewNotificationIsOneInsertedRowAndTheOldestOneRemoved) {
-    HistoryStore store;
-    for (int i = 0; i < 100; ++i) {
-        store.add(payload(i));
-    }
-    NotifListModel model(store, names);
-    std::vector<std::string> changes;
-    recordChanges(model, changes);
-    store.add(payload(100));
-    EXPECT_THAT(changes, ElementsAre("insert 0-0", "remove 100-100"));
-    EXPECT_EQ(model.index(0).data(NotifListModel::TitleRole), QStringLiteral("100"));
-}
-
-TEST(NotifListModel, ClearingRemovesTheRows) {
-    HistoryStore store;
-    store.add(payload(1));
-    store.add(payload(2));
-    NotifListModel model(store, names);
-    std::vector<std::string> changes;
-    recordChanges(model, changes);
-    store.clear();
-    EXPECT_THAT(changes, ElementsAre("remove 0-1"));
-    EXPECT_EQ(model.rowCount(), 0);
-}
-
-TEST(NotifListModel, AnInvalidIndexHasNoData) {
-    HistoryStore store;
-    const NotifListModel model(store, names);
-    EXPECT_FALSE(model.data({}, NotifListModel::AppRole).isValid());
-}
-
-namespace {
 
 /// A transfer under way below a newer one, and a view of both.
 struct Transfers : testing::Test {
@@ -187,24 +126,4 @@ TEST_F(FileTransferListModelTest, MayGoWhileProgressWaits) {
     model.reset();
     QCoreApplication::processEvents();
     EXPECT_EQ(store.fileTransfers.get()[1].progress, 0.5);
-}
-
-TEST(ClipboardListModel, FollowsTheStore) {
-    HistoryStore store;
-    ClipboardListModel model(store);
-    std::vector<std::string> changes;
-    recordChanges(model, changes);
-    store.addClipboard(QStringLiteral("one"));
-    store.addClipboard(QStringLiteral("two"));
-    store.clearClipboard();
-    EXPECT_THAT(changes, ElementsAre("insert 0-0", "insert 0-0", "remove 0-1"));
-}
-
-TEST(ListModels, MayGoBeforeTheStore) {
-    HistoryStore store;
-    {
-        const NotifListModel model(store, names);
-    }
-    store.add(payload(1));
-    EXPECT_EQ(store.items.get().size(), 1);
 }
