@@ -28,11 +28,20 @@ QByteArray entryText(const QString& program) {
            "Exec=" +
            execWord(program).toUtf8() +
            " --background\n"
+           "TryExec=" + // once the program is gone, the session passes the entry over
+           entryString(program).toUtf8() +
+           "\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
 }
 
 } // namespace
+
+QString entryString(QString path) {
+    return path.replace(u'\\', QStringLiteral("\\\\"))
+        .replace(u'\n', QStringLiteral("\\n"))
+        .replace(u'\t', QStringLiteral("\\t"));
+}
 
 QString execWord(const QString& path) {
     QString word = QStringLiteral("\"");

@@ -2,6 +2,8 @@
 
 #include "platform/LoginItem.h"
 
+#include <QString>
+
 namespace brenvale {
 
 /// The user's entry among the programs that start at login (Desktop Application Autostart Specification,
@@ -12,6 +14,9 @@ public:
     [[nodiscard]] std::expected<void, QString> registerItem() override;
     [[nodiscard]] std::expected<void, QString> unregisterItem() override;
 };
+
+/// `path` as the value of a key of a desktop entry that holds a text, such as TryExec. Pure.
+[[nodiscard]] QString entryString(QString path);
 
 /// `path` as the first word of a desktop entry's Exec key. Pure.
 [[nodiscard]] QString execWord(const QString& path);

@@ -50,6 +50,8 @@ TEST_F(AutostartEntryTest, RegisteringWritesAValidEntryForThisProgram) {
     EXPECT_TRUE(
         text().contains("Exec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\" --background\n"))
         << text().toStdString();
+    EXPECT_TRUE(text().contains("\nTryExec=" + QCoreApplication::applicationFilePath().toUtf8() + "\n"))
+        << "a removed program is passed over: " << text().toStdString();
     QProcess validator;
     validator.start(QStringLiteral("desktop-file-validate"), {path});
     ASSERT_TRUE(validator.waitForFinished());
@@ -103,6 +105,12 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeMadeIsTheSystemsError) {
     ASSERT_FALSE(result);
     EXPECT_FALSE(result.error().isEmpty());
     EXPECT_FALSE(entry.isEnabled());
+}
+
+TEST(AutostartExec, TextsAreEscapedAsTheDesktopEntryWantsThem) {
+    EXPECT_EQ(entryString(QStringLiteral("/usr/bin/brenvale")), QStringLiteral("/usr/bin/brenvale"));
+    EXPECT_EQ(entryString(QStringLiteral("/my apps/100%")), QStringLiteral("/my apps/100%"));
+    EXPECT_EQ(entryString(QStringLiteral("/a\nb\tc\\d")), QStringLiteral(R"(/a\nb\tc\\d)"));
 }
 
 TEST(AutostartExec, WordsAreQuotedAsTheDesktopEntryWantsThem) {
