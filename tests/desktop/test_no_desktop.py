@@ -1,5 +1,7 @@
 """Without a display, without a bus, or with ones that are dead, the link and the log work all the same."""
+import contextlib
 import socket
+import threading
 import time
 
 from brenvale_desk import DeskTest, Program, Recorder, main, wait_until
@@ -49,6 +51,40 @@ class NoDesktopTest(DeskTest):
         silent.bind(str(self.desk.root / name))
         silent.listen(100)
         return f'unix:path={self.desk.root / name}'
+
+    def speechless_bus(self, name):
+        """The address of a bus that lets everybody in, and says nothing from then on."""
+        bus = socket.socket(socket.AF_UNIX)
+        self.addCleanup(bus.close)
+        bus.bind(str(self.desk.root / name))
+        bus.listen(100)
+        answers = {b'AUTH': b'OK 0123456789abcdef0123456789abcdef', b'NEGOTIATE_UNIX_FD': b'AGREE_UNIX_FD'}
+
+        def greet(guest):
+            with guest, guest.makefile('rwb') as lines, contextlib.suppress(OSError):
+                for line in iter(lines.readline, b''):
+                    words = line.strip(b'\0\r\n').split()
+                    if words[:1] == [b'BEGIN']:
+                        self.let_in.append(name)
+                    if words and words[0] in answers:
+                        lines.write(answers[words[0]] + b'\r\n')
+                        lines.flush()
+
+        def serve():
+            with contextlib.suppress(OSError):
+                while True:
+                    threading.Thread(target=greet, args=(bus.accept()[0],), daemon=True).start()
+
+        threading.Thread(target=serve, daemon=True).start()
+        return f'unix:path={self.desk.root / name}'
+
+    def test_bus_that_lets_in_and_never_answers(self):
+        self.let_in = []
+        session, system = self.speechless_bus('session'), self.speechless_bus('system')
+        began = time.monotonic()
+        self.assert_serves(self.desk.env | {'DBUS_SESSION_BUS_ADDRESS': session, 'DBUS_SYSTEM_BUS_ADDRESS': system})
+        self.assertLess(time.monotonic() - began, 10)
+        self.assertEqual(set(self.let_in), {'session', 'system'})
 
     def test_bus_that_never_answers(self):
         session, system = self.silent_bus('session'), self.silent_bus('system')
