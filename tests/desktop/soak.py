@@ -4,7 +4,8 @@
     tests/desktop/soak.py [--minutes 15] [--every 60]
 
 Run by hand, from the folder of the tests or any other. Each round connects phones, sends notifications, logs, clipboard
-texts and files in both directions, opens the window on every tab and closes it, and lets phones go in every way. A line
+texts and files in both directions, rings, answers a notification, types and moves the pointer, opens the window on every
+tab and closes it, and lets phones go in every way. A line
 of the table is taken at rest. The status is 1 where the last third of the run stands higher than the first third after
 the start.
 """
@@ -14,6 +15,7 @@ import os
 import random
 import re
 import statistics
+import subprocess
 import sys
 import time
 
@@ -34,7 +36,8 @@ class Soak:
         self.program = Program(desk).wait_listening()
         self.bus = dbus.bus.BusConnection(desk.bus_address)
         self.application = self.bus.get_object(NAME, PATH, introspect=False)
-        self.counts = dict.fromkeys(['rounds', 'phones', 'notifications', 'files in', 'files out', 'windows'], 0)
+        self.counts = dict.fromkeys(['rounds', 'phones', 'notifications', 'files in', 'files out', 'calls', 'replies',
+                                    'remote', 'windows'], 0)
         self.outgoing = desk.root / 'outgoing.bin'
         self.outgoing.write_bytes(os.urandom(3 << 20))
 
@@ -97,11 +100,50 @@ class Soak:
                 size += len(base64.b64decode(message['fileData']))
         self.counts['files out'] += 1
 
+    def do(self, action):
+        self.application.ActivateAction(action, [], {}, signature='sava{sv}', dbus_interface=INTERFACE)
+
+    def panels(self):
+        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Call$', check=False,
+                             stderr=subprocess.DEVNULL).split()
+
+    def call(self, phone):
+        number = f'+49170{random.randint(0, 9999999):07}'
+        phone.send_json(action='incoming_call', state='RINGING', number=number, name='Ann')
+        wait_until(self.panels, 'the panel of the ringing call')
+        if random.randint(0, 1):
+            self.do('answer-call')
+            phone.send_json(action='call_state_changed', state='OFFHOOK', number=number)
+            self.do('mute-call')
+            self.do('end-call')
+        else:
+            self.do('decline-call')
+        phone.send_json(action='call_state_changed', state='IDLE')
+        wait_until(lambda: not self.panels(), 'the panel to go')
+        self.counts['calls'] += 1
+
+    def reply(self, phone):
+        key = f'reply {self.counts["replies"]}'
+        phone.send_json(app='Chat', title='Ann', body=key, key=key)
+        shown = lambda: [live for live in self.recorder.live() if key in live['body']]
+        self.recorder.control('Reply', wait_until(shown, 'the notification')[0]['id'], 'Yes')
+        while phone.read_json().get('key') != key:
+            pass
+        self.counts['replies'] += 1
+
+    def remote(self, phone):
+        for number in range(50):
+            phone.send_json(action='remote_control', command='m', type='mouse_move', dx=random.randint(-9, 9), dy=1)
+            phone.send_json(action='remote_control', command='key_left')
+        phone.send_json(action='remote_control', command='t', type='keyboard_text', text='round äöü 漢 👍')
+        self.counts['remote'] += 1
+
     def windows(self):
         for tab in TABS:
-            self.application.ActivateAction(tab, [], {}, signature='sava{sv}', dbus_interface=INTERFACE)
+            self.do(tab)
             time.sleep(0.05)
-        find = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings', check=False).strip()
+        find = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings', check=False,
+                                     stderr=subprocess.DEVNULL).strip()
         window = wait_until(find, 'the window')
         self.desk.run('xdotool', 'windowactivate', '--sync', window, check=False)
 
@@ -131,6 +173,9 @@ class Soak:
         self.logs(phones[1])
         self.file_in(phones[0])
         self.file_out(phones[0])
+        self.call(phones[0])
+        self.reply(phones[0])
+        self.remote(phones[1])
         for phone in phones[:2]:
             phone.ping()
         self.windows()
@@ -174,8 +219,8 @@ def main():
         soak = Soak(desk)
         soak.round()  # whatever is made once is made now
         began = time.monotonic()
-        samples, columns = [], ['minute', 'rounds', 'phones', 'notifications', 'files in', 'files out', 'windows',
-                                'MB', 'own MB', 'descriptors', 'threads']
+        samples, columns = [], ['minute', 'rounds', 'phones', 'notifications', 'files in', 'files out', 'calls',
+                                'replies', 'remote', 'windows', 'MB', 'own MB', 'descriptors', 'threads']
         print(' '.join(f'{column:>13}' for column in columns))
         while True:
             sample = {'minute': (time.monotonic() - began) / 60, **soak.counts, **soak.sample()}
