@@ -48,7 +48,7 @@ QmlSurfacePanel::~QmlSurfacePanel() {
 }
 
 void QmlSurfacePanel::build(const QString& view, QObject& banner) {
-    QQuickWindow::setSceneGraphBackend(QStringLiteral("software")); // the only one that draws into memory
+    useSoftwareRenderer(); // the only one that draws into memory
     control_ = std::make_unique<QQuickRenderControl>();
     window_ = std::make_unique<QQuickWindow>(control_.get());
     window_->setGeometry({{}, panelSize});

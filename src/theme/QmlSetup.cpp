@@ -14,7 +14,14 @@ void chooseQuickRenderer() {
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
         // Flat colours and text need no graphics card, and its drivers take more memory than all of the
         // window.
-        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
+        useSoftwareRenderer();
+    }
+}
+
+void useSoftwareRenderer() {
+    const auto software = QStringLiteral("software");
+    if (QQuickWindow::sceneGraphBackend() != software) { // once it draws, Qt warns of every wish
+        QQuickWindow::setSceneGraphBackend(software);
     }
 }
 

@@ -8,6 +8,9 @@ namespace brenvale {
 /// On main.
 void chooseQuickRenderer();
 
+/// The only way of drawing that does so into memory. As above, but any number of times.
+void useSoftwareRenderer();
+
 /// Lets the engine find the views, their types and their symbols. On main.
 void setUpEngine(QQmlEngine& engine);
 

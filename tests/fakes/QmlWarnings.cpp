@@ -23,7 +23,8 @@ bool isOfQml(const QMessageLogContext& context, const QString& text) {
     const QLatin1String category(context.category == nullptr ? "" : context.category);
     return category.startsWith(QLatin1String("qml")) || category.startsWith(QLatin1String("qt.qml")) ||
            category.startsWith(QLatin1String("qt.quick")) || text.contains(QStringLiteral("qrc:")) ||
-           text.contains(QStringLiteral("QQml")) || text.contains(QStringLiteral("QQuick"));
+           text.contains(QStringLiteral("QQml")) || text.contains(QStringLiteral("QQuick")) ||
+           text.startsWith(QStringLiteral("Scenegraph"));
 }
 
 void handle(QtMsgType type, const QMessageLogContext& context, const QString& text) {

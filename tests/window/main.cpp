@@ -30,7 +30,6 @@ extern "C" const char* __asan_default_options() { // NOLINT: the sanitizer's nam
 int main(int argc, char* argv[]) {
     testing::InitGoogleMock(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QmlWarnings::collect();
