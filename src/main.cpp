@@ -38,18 +38,38 @@ struct StartWish {
     bool isBackground = false; ///< started by the session and not by the user
 };
 
+/// Ends the process before it has begun to serve. The toolkit reads the fonts on a thread of its own, which an
+/// end in good order would run into.
+[[noreturn]] void leave(int status) {
+    std::fflush(stdout);
+    std::_Exit(status);
+}
+
+[[noreturn]] void answer(const QString& text, std::FILE* stream, int status) {
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    leave(status);
+}
+
 /// Reads the command line; a question for help or the version ends the process here.
-StartWish startWish(const QApplication& application) {
+StartWish startWish() {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Companion of an Android phone on the desktop."));
-    parser.addHelpOption();
-    parser.addVersionOption();
+    const auto help = parser.addHelpOption();
+    const auto version = parser.addVersionOption();
     const QCommandLineOption background(QStringLiteral("background"),
                                         QStringLiteral("Open no window, also where there is no tray."));
     parser.addOption(background);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to send to the phone."),
                                  QStringLiteral("[files...]"));
-    parser.process(application);
+    if (!parser.parse(QApplication::arguments())) {
+        answer(parser.errorText() + u'\n', stderr, EXIT_FAILURE);
+    }
+    if (parser.isSet(version)) {
+        answer(QStringLiteral("brenvale " BRENVALE_VERSION "\n"), stdout, EXIT_SUCCESS);
+    }
+    if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) {
+        answer(parser.helpText(), stdout, EXIT_SUCCESS);
+    }
     StartWish wish{.files = {}, .isBackground = parser.isSet(background)};
     for (const auto& argument : parser.positionalArguments()) {
         wish.files.append(QUrl::fromUserInput(argument, QDir::currentPath(), QUrl::AssumeLocalFile));
@@ -118,10 +138,10 @@ int main(int argc, char* argv[]) {
     QApplication::setQuitOnLastWindowClosed(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
     QApplication::setQuitLockEnabled(false); // what a plugin of the desktop has finished ends nothing here
     comeBackInBackground(application);
-    const auto wish = startWish(application);
+    const auto wish = startWish();
     DBusApplication instance;
     if (!instance.claim()) {
-        return handOver(wish);
+        leave(handOver(wish));
     }
 
     MainQueue mainQueue;

@@ -24,6 +24,12 @@ def children(node):
     return [child for child in nodes if child is not None]
 
 
+def role_of(node):
+    """Newer libraries have shorter names for some."""
+    role = node.get_role_name()
+    return {'button': 'push button'}.get(role, role)
+
+
 class Application:
     """The accessible tree of one process. Nodes come and go while lists recycle their rows."""
 
@@ -50,7 +56,7 @@ class Application:
 
     def seek(self, role, name=None):
         return next((node for node in self.walk()
-                     if node.get_role_name() == role and (name is None or node.get_name() == name)
+                     if role_of(node) == role and (name is None or node.get_name() == name)
                      and node.get_state_set().contains(Atspi.StateType.SHOWING)), None)
 
     def find(self, role, name=None):
@@ -59,7 +65,7 @@ class Application:
     def find_starting(self, role, start):
         """Rows read out all that they show."""
         def starting():
-            return next((node for node in self.walk() if node.get_role_name() == role and node.get_name().startswith(start)
+            return next((node for node in self.walk() if role_of(node) == role and node.get_name().startswith(start)
                          and node.get_state_set().contains(Atspi.StateType.SHOWING)), None)
         return self.wait(starting, f'{role} "{start}…"')
 
@@ -68,7 +74,7 @@ class Application:
 
     @property
     def names(self):
-        return [f'{node.get_role_name()}|{node.get_name()}' for node in self.walk()]
+        return [f'{role_of(node)}|{node.get_name()}' for node in self.walk()]
 
     def texts(self):
         """What is to be read on the screen."""
@@ -92,8 +98,8 @@ class Application:
     def focused(self):
         """Role and name of what has the keyboard."""
         node = next((node for node in self.walk() if node.get_state_set().contains(Atspi.StateType.FOCUSED)
-                     and node.get_role_name() not in ('frame', 'window', 'application')), None)
-        return (node.get_role_name(), node.get_name()) if node else None
+                     and role_of(node) not in ('frame', 'window', 'application')), None)
+        return (role_of(node), node.get_name()) if node else None
 
     def contents(self, node):
         return Atspi.Text.get_text(node, 0, -1)

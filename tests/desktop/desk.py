@@ -111,6 +111,14 @@ class Desk:
         options = {'check': True, 'timeout': DEADLINE} | options
         return subprocess.run(command, env=self.env, stdout=subprocess.PIPE, text=True, **options).stdout
 
+    def windows(self, name):
+        """Numbers of the windows in sight whose name matches."""
+        def search():
+            command = ['xdotool', 'search', '--onlyvisible', '--name', name]
+            run = subprocess.run(command, env=self.env, capture_output=True, text=True, timeout=DEADLINE)
+            return None if 'X Error' in run.stderr else (run.stdout.split(),)  # one went while it looked
+        return wait_until(search, 'a list of the windows')[0]
+
     def window_tree(self):
         """All windows of the display, as xwininfo tells them: it fails where one goes while it looks."""
         tree = lambda: subprocess.run(['xwininfo', '-root', '-tree'], env=self.env, capture_output=True, text=True)

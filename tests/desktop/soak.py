@@ -15,7 +15,6 @@ import os
 import random
 import re
 import statistics
-import subprocess
 import sys
 import time
 
@@ -104,8 +103,7 @@ class Soak:
         self.application.ActivateAction(action, [], {}, signature='sava{sv}', dbus_interface=INTERFACE)
 
     def panels(self):
-        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Call$', check=False,
-                             stderr=subprocess.DEVNULL).split()
+        return self.desk.windows('^Brenvale Call$')
 
     def call(self, phone):
         number = f'+49170{random.randint(0, 9999999):07}'
@@ -142,9 +140,8 @@ class Soak:
         for tab in TABS:
             self.do(tab)
             time.sleep(0.05)
-        find = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings', check=False,
-                                     stderr=subprocess.DEVNULL).strip()
-        window = wait_until(find, 'the window')
+        find = lambda: self.desk.windows('^Brenvale Settings')
+        window = wait_until(find, 'the window')[0]
         self.desk.run('xdotool', 'windowactivate', '--sync', window, check=False)
 
         def closed():

@@ -102,8 +102,7 @@ class ChildrenTest(unittest.TestCase):
         told = self.install('systemsettings')
         self.launch(env=self.desk.env | {'XDG_CURRENT_DESKTOP': 'KDE'}, config_files={
             'plasmanotifyrc': '[Applications][org.brenvale.Brenvale]\nShowPopups=false\n'})
-        window = wait_until(lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale$',
-                                                  check=False).strip(), 'the alert')
+        window = wait_until(lambda: self.desk.windows('^Brenvale$'), 'the alert')[0]
         focused = lambda: self.desk.run('xdotool', 'getwindowfocus', check=False).strip()
         wait_until(lambda: focused() == window, 'the focus on the alert')
         self.desk.run('xdotool', 'key', 'Return')

@@ -153,8 +153,7 @@ class StartTest(DeskTest):
         self.desk.run('dbus-update-activation-environment', *environment)
         self.desk.run('gdbus', 'call', '--session', '--dest', ID, '--object-path', '/org/brenvale/Brenvale',
                       '--method', 'org.freedesktop.Application.Activate', '{}')
-        window = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings$', check=False)
-        wait_until(window, 'the window')
+        wait_until(lambda: self.desk.windows('^Brenvale Settings$'), 'the window')
         self.desk.run('gapplication', 'action', ID, 'quit')
         wait_until(lambda: not self.desk.has_name(ID), 'the end')
 

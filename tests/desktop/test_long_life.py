@@ -7,6 +7,7 @@ import re
 import socket
 import struct
 import subprocess
+import unittest
 
 import dbus
 import dbus.lowlevel
@@ -21,8 +22,11 @@ def fall_silent(phone):
     """The phone is out of reach from now on: its system answers nothing any more and does not say so."""
     SO_ATTACH_FILTER, RETURN = 26, 0x06
     take_nothing = ctypes.create_string_buffer(struct.pack('HBBI', RETURN, 0, 0, 0), 8)
-    phone.socket.setsockopt(socket.SOL_SOCKET, SO_ATTACH_FILTER,
-                            struct.pack('@HP', 1, ctypes.addressof(take_nothing)))
+    try:
+        phone.socket.setsockopt(socket.SOL_SOCKET, SO_ATTACH_FILTER,
+                                struct.pack('@HP', 1, ctypes.addressof(take_nothing)))
+    except PermissionError:  # the kernel has no more room for filters of ordinary users
+        raise unittest.SkipTest('no socket can be silenced here') from None
 
 
 class SleepTest(DeskTest):
@@ -143,7 +147,7 @@ class ScreenTest(DeskTest):
         self.desk.run('xrandr', '--fb', '640x480', '--output', 'screen', '--off')
 
     def find(self, name):
-        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', name, check=False).strip()
+        return ''.join(self.desk.windows(name)[:1])
 
     def place(self, name):
         window = wait_until(lambda: self.find(name), name)

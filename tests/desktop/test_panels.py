@@ -2,7 +2,6 @@
 import json
 import os
 import re
-import subprocess
 import unittest
 
 import dbus
@@ -23,7 +22,7 @@ SIZE, PLACE = (350, 80), (910, 20)  # of a screen of 1280 by 800
 
 def windows():
     """Numbers of the panels on the screen."""
-    return desk.run('xdotool', 'search', '--onlyvisible', '--name', PANEL, check=False, stderr=subprocess.DEVNULL).split()
+    return desk.windows(PANEL)
 
 
 def geometry(window):

@@ -8,7 +8,7 @@ ALERT = '^Brenvale$'
 
 class PermissionTest(DeskTest):
     def alert(self):
-        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', ALERT, check=False).strip()
+        return ''.join(self.desk.windows(ALERT)[:1])
 
     def wait_for_alert(self):
         window = wait_until(self.alert, 'the alert')

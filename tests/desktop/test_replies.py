@@ -82,7 +82,7 @@ class InlineReplyTest(RepliesTest):
 
 class RestartedServerTest(RepliesTest):
     def test_the_window_of_a_number_given_twice_belongs_to_its_own_notification(self):
-        windows = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Reply$', check=False).split()
+        windows = lambda: self.desk.windows('^Reply$')
         for key in ('ann', 'bob'):
             call = self.post(key=key, body=f'from {key}')
             self.assertEqual(call['id'], 1)
@@ -115,7 +115,7 @@ class NoDisplayTest(RepliesTest):
 
 class ReplyWindowTest(RepliesTest):
     def windows(self):
-        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Reply$', check=False).split()
+        return self.desk.windows('^Reply$')
 
     def wait_for_window(self, count=1):
         return wait_until(lambda: len(self.windows()) == count and self.windows(), f'{count} reply windows')
@@ -168,8 +168,7 @@ class ReplyWindowTest(RepliesTest):
 
     def test_it_takes_the_focus_from_the_program_in_front(self):
         self.desk.spawn(['xterm', '-title', 'in front'], 'xterm')
-        terminal = wait_until(lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', 'in front',
-                                                    check=False).strip(), 'the terminal')
+        terminal = wait_until(lambda: self.desk.windows('in front'), 'the terminal')[0]
         self.desk.run('xdotool', 'windowactivate', '--sync', terminal, 'key', 'a')  # somebody is typing there
         self.open_window()
 
@@ -225,7 +224,7 @@ class RealServerTest(RepliesTest):
         self.phone.send_json(app='Chat', title='Ann Lee', body='Are you coming?', key='k1')
         wait_until(lambda: 'Currently displayed: 1' in self.desk.run('dunstctl', 'count'), 'the notification')
         self.desk.run('dunstctl', 'action', '0')
-        window = lambda: self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Reply$', check=False).strip()
+        window = lambda: ''.join(self.desk.windows('^Reply$')[:1])
         wait_until(window, 'the reply window')
         wait_until(lambda: self.desk.run('xdotool', 'getwindowfocus').strip() == window(), 'the focus')
         self.desk.run('xdotool', 'type', '--delay', '20', 'yes')

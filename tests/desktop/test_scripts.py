@@ -56,21 +56,25 @@ class VolumeTest(ScriptTest):
         """Of the channels, in hundredths."""
         return [int(number) for number in re.findall(r'(\d+)%', self.pactl('get-sink-volume', '@DEFAULT_SINK@'))]
 
-    def change(self, before, *sources):
-        self.pactl('set-sink-volume', '@DEFAULT_SINK@', *before)
+    def wait_for_volumes(self, hundredths):
+        """PipeWire says yes before it has done what it was told."""
+        try:
+            wait_until(lambda: self.volumes() == hundredths, f'{hundredths} hundredths')
+        except TimeoutError:
+            self.assertEqual(self.volumes(), hundredths)
+
+    def assert_change(self, before, sources, after):
+        self.pactl('set-sink-volume', '@DEFAULT_SINK@', *(f'{hundredths}%' for hundredths in before))
+        self.wait_for_volumes(before)
         self.assertEqual(self.perform(*sources), ['ok'] * len(sources))
-        return self.volumes()
+        self.wait_for_volumes(after)
 
     def assert_steps(self):
-        self.assertEqual(self.change(['93%'], LOUDER), [98, 98])
-        self.assertEqual(self.change(['98%'], LOUDER), [100, 100])
-        self.assertEqual(self.change(['50%'], LOUDER, LOUDER, QUIETER, LOUDER), [60, 60])
-        self.assertEqual(self.change(['7%'], QUIETER), [2, 2])
-        self.assertEqual(self.change(['2%'], QUIETER, QUIETER), [0, 0])
-        self.assertEqual(self.change(['0%'], LOUDER), [5, 5])
-        self.assertEqual(self.change(['130%'], LOUDER), [100, 100])
+        for before, sources, after in ((93, [LOUDER], 98), (98, [LOUDER], 100), (50, [LOUDER, LOUDER, QUIETER, LOUDER], 60),
+                                       (7, [QUIETER], 2), (2, [QUIETER, QUIETER], 0), (0, [LOUDER], 5), (130, [LOUDER], 100)):
+            self.assert_change([before] * 2, sources, [after] * 2)
         for hundredths in range(0, 96, 9):
-            self.assertEqual(self.change([f'{hundredths}%'], LOUDER), [hundredths + 5] * 2)
+            self.assert_change([hundredths] * 2, [LOUDER], [hundredths + 5] * 2)
 
     def test_pulseaudio(self):
         self.start_pulseaudio('module-null-sink sink_name=test')
@@ -83,14 +87,14 @@ class VolumeTest(ScriptTest):
     def test_the_balance_and_the_mute_stay(self):
         self.start_pulseaudio('module-null-sink sink_name=test')
         self.pactl('set-sink-mute', 'test', '1')
-        self.assertEqual(self.change(['40%', '80%'], LOUDER, LOUDER), [45, 90])
+        self.assert_change([40, 80], [LOUDER, LOUDER], [45, 90])
         self.assertIn('yes', self.pactl('get-sink-mute', 'test'))
 
     def test_it_is_the_default_output(self):
         self.start_pulseaudio('module-null-sink sink_name=other', 'module-null-sink sink_name=test')
         self.pactl('set-default-sink', 'test')
         self.pactl('set-sink-volume', 'other', '50%')
-        self.change(['50%'], LOUDER)
+        self.assert_change([50, 50], [LOUDER], [55, 55])
         self.assertIn(' 50%', self.pactl('get-sink-volume', 'other'))
         self.assertIn(' 55%', self.pactl('get-sink-volume', 'test'))
 

@@ -145,7 +145,7 @@ class NoTrayTest(TrayTest):
     AFTER_THE_WAIT = 11
 
     def window(self):
-        return self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings', check=False).strip()
+        return ''.join(self.desk.windows('^Brenvale Settings')[:1])
 
     def test_a_start_by_hand_opens_the_window_once(self):
         self.program = self.start(arguments=())

@@ -42,19 +42,22 @@ public:
     StatusIconEngine(QIcon shape, const std::optional<QColor>& color)
         : shape_(std::move(shape)), color_(color) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
         const auto scale = painter->device() != nullptr ? painter->device()->devicePixelRatio() : 1.0;
-        painter->drawPixmap(rect, scaledPixmap(rect.size() * scale, mode, state, scale));
+        painter->drawPixmap(rect, drawn(rect.size() * scale));
     }
 
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return scaledPixmap(size, mode, state, 1);
+    QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return drawn(size);
     }
 
     QPixmap scaledPixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/,
-                         qreal /*scale*/) override {
-        const auto shape = shape_.pixmap(size, 1.0); // in pixels of the device
-        return color_ ? tinted(shape, *color_) : edged(shape);
+                         [[maybe_unused]] qreal scale) override {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+        return drawn(size * scale);
+#else
+        return drawn(size); // these are the device's pixels already
+#endif
     }
 
     QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
@@ -70,6 +73,12 @@ public:
     [[nodiscard]] QIconEngine* clone() const override { return new StatusIconEngine(*this); }
 
 private:
+    /// In pixels of the device.
+    [[nodiscard]] QPixmap drawn(const QSize& size) const {
+        const auto shape = shape_.pixmap(size, 1.0);
+        return color_ ? tinted(shape, *color_) : edged(shape);
+    }
+
     QIcon shape_;
     std::optional<QColor> color_;
 };
