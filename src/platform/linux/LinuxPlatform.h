@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/ChildPrograms.h"
+#include "platform/linux/ColorScheme.h"
 #include "platform/linux/DBusFileViewer.h"
 #include "platform/linux/DBusNotificationCenter.h"
 #include "platform/linux/DesktopSettings.h"
@@ -44,7 +45,8 @@ public:
     void saveBeforeEnd() { clipboard_->saveBeforeEnd(); }
 
 private:
-    ChildPrograms childPrograms_;                 ///< first, as others use it
+    ColorScheme colorScheme_;
+    ChildPrograms childPrograms_;                 ///< before the others, which use it
     std::unique_ptr<ClipboardService> clipboard_; ///< as well
     InputWays input_;
     LinuxEventPoster eventPoster_;
