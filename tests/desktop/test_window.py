@@ -123,7 +123,7 @@ class FileDropTest(WindowTest):
         self.wait_for_name_field()
 
     def wait_for_name_field(self):
-        self.window.wait(lambda: (self.window.focused() or [''])[0] == 'text', 'the keyboard in the field for names')
+        self.window.wait(lambda: self.window.has_focus('text'), 'the keyboard in the field for names')
 
     def make_file(self, name):
         path = desk.root / name
