@@ -8,7 +8,7 @@ from desk import wait_until
 
 warnings.simplefilter('ignore')
 gi.require_version('Atspi', '2.0')
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
 SERVICE = '[D-BUS Service]\nName=org.a11y.Bus\nExec=/usr/libexec/at-spi-bus-launcher\n'
 
@@ -34,7 +34,7 @@ class Application:
     """The accessible tree of one process. Nodes come and go while lists recycle their rows."""
 
     def __init__(self, desk, pid):
-        self.desk, self.pid = desk, pid
+        self.desk, self.pid, self.listeners = desk, pid, []
         self.root = self.wait(lambda: next((node for node in children(Atspi.get_desktop(0))
                                             if node.get_process_id() == pid and node.get_child_count()), None),
                               'the program on the accessibility bus')
@@ -45,7 +45,7 @@ class Application:
         def tolerant():
             try:
                 return condition()
-            except gi.repository.GLib.GError:
+            except GLib.GError:
                 return None  # the node has gone while we looked at it
         return wait_until(tolerant, what)
 
@@ -107,6 +107,19 @@ class Application:
 
     def contents(self, node):
         return Atspi.Text.get_text(node, 0, -1)
+
+    def listen(self, event):
+        """The texts that events of this kind bring from now on; gives how to take those so far."""
+        heard = []
+        listener = Atspi.EventListener.new(lambda told: heard.append(told.any_data))
+        listener.register(event)
+
+        def take():
+            while GLib.MainContext.default().iteration(False):
+                pass
+            return heard
+        self.listeners.append(listener)
+        return take
 
     def is_checked(self, node):
         return node.get_state_set().contains(Atspi.StateType.CHECKED)

@@ -206,6 +206,16 @@ class CallsTest(WindowTest):
         window.key('Return')
         self.assertEqual(self.sent('make_call'), [{'action': 'make_call', 'number': '03049', 'simSlot': 0}])
 
+    def test_a_screen_reader_is_told_each_digit(self):
+        window = self.open('call')
+        window.wait_for_text('Recent Calls')
+        typed = window.listen('object:text-changed:insert')
+        window.key('0', '3', '0')
+        wait_until(lambda: typed() == ['0', '3', '0'], f'the digits, of which were told: {typed()}')
+        removed = window.listen('object:text-changed:delete')
+        window.key('BackSpace')
+        wait_until(lambda: removed() == ['0'], f'the digit that went, of which were told: {removed()}')
+
     def test_a_call_in_the_log_is_called_again(self):
         window = self.open('call')
         self.sent('get_call_history')
