@@ -29,8 +29,8 @@ const auto fileName = QStringLiteral("film.mp4");
 using BlockedMain = LiveBlockedMain;
 
 TEST_F(BlockedMain, AnUploadGoesOnToItsEnd) {
-    constexpr int chunks = 3000; // more than a flood may have
-    const QByteArray bytes(64 << 10, 'x');
+    constexpr int chunks = 3000;           // more than a flood may have,
+    const QByteArray bytes(16 << 10, 'x'); // by the number and by the bytes
     start();
     Phone phone;
     greet(phone);
