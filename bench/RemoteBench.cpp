@@ -111,7 +111,7 @@ public:
 
     /// What the screen shows at the middle of the upper edge of a call's panel: the panel, or this window.
     [[nodiscard]] QByteArray panelPixel() const {
-        constexpr qint16 fromRight = 20 + 350 / 2;
+        constexpr qint16 fromRight = 20 + (350 / 2);
         constexpr qint16 fromTop = 20 + 6;
         const auto cookie = xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
                                           static_cast<qint16>(width_ - fromRight), fromTop, 1, 1, ~0U);

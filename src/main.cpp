@@ -38,8 +38,8 @@ struct StartWish {
     bool isBackground = false; ///< started by the session and not by the user
 };
 
-/// Ends the process before it has begun to serve. The toolkit reads the fonts on a thread of its own, which an
-/// end in good order would run into.
+/// Ends the process before it has begun to serve. The toolkit reads the fonts on a thread of its own, which
+/// an end in good order would run into.
 [[noreturn]] void leave(int status) {
     std::fflush(stdout);
     std::_Exit(status);
