@@ -119,6 +119,10 @@ class Desk:
             return None if 'X Error' in run.stderr else (run.stdout.split(),)  # one went while it looked
         return wait_until(search, 'a list of the windows')[0]
 
+    def window(self, name):
+        """Number of the first window in sight whose name matches; empty where there is none."""
+        return ''.join(self.windows(name)[:1])
+
     def window_tree(self):
         """All windows of the display, as xwininfo tells them: it fails where one goes while it looks."""
         tree = lambda: subprocess.run(['xwininfo', '-root', '-tree'], env=self.env, capture_output=True, text=True)

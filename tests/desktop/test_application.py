@@ -25,7 +25,7 @@ class ApplicationTest(DeskTest):
         return proxy.get_dbus_method(method, INTERFACE)(*arguments, {}, signature=signature)
 
     def window(self):
-        return ''.join(self.desk.windows(WINDOW)[:1])
+        return self.desk.window(WINDOW)
 
     def wait_for_window(self):
         return wait_until(self.window, 'the window')

@@ -147,7 +147,7 @@ class ScreenTest(DeskTest):
         self.desk.run('xrandr', '--fb', '640x480', '--output', 'screen', '--off')
 
     def find(self, name):
-        return ''.join(self.desk.windows(name)[:1])
+        return self.desk.window(name)
 
     def place(self, name):
         window = wait_until(lambda: self.find(name), name)

@@ -8,7 +8,7 @@ ALERT = '^Brenvale$'
 
 class PermissionTest(DeskTest):
     def alert(self):
-        return ''.join(self.desk.windows(ALERT)[:1])
+        return self.desk.window(ALERT)
 
     def wait_for_alert(self):
         window = wait_until(self.alert, 'the alert')

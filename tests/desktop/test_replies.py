@@ -224,7 +224,7 @@ class RealServerTest(RepliesTest):
         self.phone.send_json(app='Chat', title='Ann Lee', body='Are you coming?', key='k1')
         wait_until(lambda: 'Currently displayed: 1' in self.desk.run('dunstctl', 'count'), 'the notification')
         self.desk.run('dunstctl', 'action', '0')
-        window = lambda: ''.join(self.desk.windows('^Reply$')[:1])
+        window = lambda: self.desk.window('^Reply$')
         wait_until(window, 'the reply window')
         wait_until(lambda: self.desk.run('xdotool', 'getwindowfocus').strip() == window(), 'the focus')
         self.desk.run('xdotool', 'type', '--delay', '20', 'yes')

@@ -99,7 +99,7 @@ class MenuTest(TrayTest):
         self.tray('Click', 'Send Clipboard')
         opcode, payload = phone.read_frame()
         self.assertEqual((opcode, json.loads(payload)), (TEXT, {'action': 'clipboard', 'text': 'from the "desk"\n'}))
-        self.assertEqual(self.desk.run('xdotool', 'search', '--onlyvisible', '--name', 'Brenvale', check=False), '')
+        self.assertEqual(self.desk.windows('Brenvale'), [])
 
 
 class ItemTest(TrayTest):
@@ -145,7 +145,7 @@ class NoTrayTest(TrayTest):
     AFTER_THE_WAIT = 11
 
     def window(self):
-        return ''.join(self.desk.windows('^Brenvale Settings')[:1])
+        return self.desk.window('^Brenvale Settings')
 
     def test_a_start_by_hand_opens_the_window_once(self):
         self.program = self.start(arguments=())
@@ -212,7 +212,7 @@ class OldTrayTest(TrayTest):
         program = self.start(arguments=())
         wait_until(self.embedded, 'the embedded item')
         program.wait_at_rest()
-        self.assertFalse(self.desk.run('xdotool', 'search', '--onlyvisible', '--name', '^Brenvale Settings', check=False))
+        self.assertEqual(self.desk.windows('^Brenvale Settings'), [])
 
     def test_one_that_comes_late(self):
         program = self.start()

@@ -47,18 +47,14 @@ QString execWord(const QString& path) {
     QString word = QStringLiteral("\"");
     for (const auto character : path) {
         if (QStringLiteral("\"`$\\").contains(character)) {
-            word += character == u'\\' ? QStringLiteral("\\\\\\") : QStringLiteral("\\\\");
+            word += u'\\';
         }
         if (character == u'%') {
             word += u'%';
         }
-        if (character == u'\n' || character == u'\t') {
-            word += character == u'\n' ? QStringLiteral("\\n") : QStringLiteral("\\t");
-        } else {
-            word += character;
-        }
+        word += character;
     }
-    return word + u'"';
+    return entryString(word + u'"');
 }
 
 bool AutostartEntry::isEnabled() const {

@@ -1,6 +1,7 @@
 #include "platform/linux/ColorScheme.h"
 
 #include "platform/linux/CurrentDesktop.h"
+#include "platform/linux/input/PortalNames.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -15,8 +16,6 @@ namespace brenvale {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
@@ -54,15 +53,16 @@ ColorScheme::ColorScheme() {
     if (!bus.isConnected() || currentDesktop().contains(QStringLiteral("KDE"))) {
         return; // Plasma's theme has a scheme of the user's own
     }
-    auto* portal = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForRegistration, this);
+    auto* portal =
+        new QDBusServiceWatcher(portalService, bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(portal, &QDBusServiceWatcher::serviceRegistered, this, &ColorScheme::ask);
-    bus.connect(service, path, settings, QStringLiteral("SettingChanged"), {appearance, colorScheme},
-                QStringLiteral("ssv"), this, SLOT(ask()));
+    bus.connect(portalService, portalPath, settings, QStringLiteral("SettingChanged"),
+                {appearance, colorScheme}, QStringLiteral("ssv"), this, SLOT(ask()));
     ask();
 }
 
 void ColorScheme::ask() {
-    auto call = QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
+    auto call = QDBusMessage::createMethodCall(portalService, portalPath, settings, QStringLiteral("Read"));
     call << appearance << colorScheme;
     call.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
