@@ -10,7 +10,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 # brenvale_unite(TARGET): after all of its sources are known. A source stays alone that has the property
-# SKIP_UNITY_BUILD_INCLUSION. The units name the sources relative to the checkout, so that the compiler cache
+# SKIP_UNITY_BUILD_INCLUSION; the options of the first source of a unit are for the whole unit. The units name the sources relative to the checkout, so that the compiler cache
 # knows them in another one.
 function(brenvale_unite target)
   if(NOT BRENVALE_UNITY)
@@ -63,15 +63,20 @@ function(brenvale_write_units target folder)
     file(CONFIGURE OUTPUT ${unit} CONTENT "${text}\n" @ONLY)
     target_sources(${target} PRIVATE ${unit})
     list(TRANSFORM names PREPEND ${PROJECT_SOURCE_DIR}/)
+    list(GET names 0 first_name)
+    get_source_file_property(options ${first_name} TARGET_DIRECTORY ${target} COMPILE_OPTIONS)
+    if(NOT options)
+      set(options "")
+    endif()
     set_source_files_properties(${names} TARGET_DIRECTORY ${target} PROPERTIES HEADER_FILE_ONLY ON)
     set_source_files_properties(${unit} TARGET_DIRECTORY ${target}
-      PROPERTIES SKIP_AUTOMOC ON COMPILE_OPTIONS "${unity_options}")
+      PROPERTIES SKIP_AUTOMOC ON COMPILE_OPTIONS "${options};${unity_options}")
   endforeach()
 endfunction()
 
 # brenvale_unite_qml(TARGET): what Qt's compiler makes of QML files. Each has a namespace of its own and no more than a
 # few lines beside headers that take two seconds.
-set(qml_unity_size 10)
+set(qml_unity_size 20)
 function(brenvale_unite_qml target)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$")

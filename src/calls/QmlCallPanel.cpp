@@ -12,13 +12,6 @@
 
 namespace brenvale {
 
-namespace {
-
-constexpr QSize panelSize(350, 80);
-constexpr int margin = 20;
-
-} // namespace
-
 QmlCallPanel::QmlCallPanel(const QString& view, QObject& banner, const Floating& floating) {
     chooseQuickRenderer();
     view_ = std::make_unique<QQuickView>();
@@ -47,7 +40,7 @@ void QmlCallPanel::moveToItsPlace() {
     QRect frame({}, panelSize);
     if (const auto* screen = QGuiApplication::primaryScreen()) {
         const auto area = screen->availableGeometry();
-        frame.moveTo(area.x() + area.width() - margin - panelSize.width(), area.y() + margin);
+        frame.moveTo(area.x() + area.width() - panelMargin - panelSize.width(), area.y() + panelMargin);
     }
     view_->setGeometry(frame);
 }

@@ -14,12 +14,6 @@
 
 namespace brenvale {
 
-namespace {
-
-constexpr QSize panelSize(350, 80);
-
-} // namespace
-
 QmlSurfacePanel::QmlSurfacePanel(const QString& view, QObject& banner, std::unique_ptr<PanelSurface> surface)
     : surface_(std::move(surface)) {
     build(view, banner);

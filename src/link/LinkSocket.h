@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -18,8 +17,9 @@ namespace brenvale {
 
 /// The byte stream under a WebSocket, in the shape that Asio and Beast call an AsyncStream: a TCP socket, and
 /// three things that the protocol stack does not offer. Bytes that were read too far can be put back. What
-/// the stack writes can be held, to be looked at before it leaves. And the end of a connection has a limit:
-/// the stack waits for the peer to close, and a peer that never does would keep the connection for ever.
+/// the stack writes without a completion handler, which is its answer to a handshake alone, is held, to be
+/// looked at before it leaves. And the end of a connection has a limit: the stack waits for the peer to
+/// close, and a peer that never does would keep the connection for ever.
 class LinkSocket {
 public:
     using executor_type = boost::asio::ip::tcp::socket::executor_type;
@@ -31,11 +31,8 @@ public:
     /// The next read begins with `bytes`.
     void putBack(std::string bytes) { putBack_ = std::move(bytes); }
 
-    /// What is written from now on is kept instead of sent.
-    void holdWrites() { held_.emplace(); }
-
-    /// Gives what was kept; what is written from now on is sent.
-    [[nodiscard]] std::string releaseWrites() { return std::exchange(held_, {}).value_or(std::string()); }
+    /// Gives what was held.
+    [[nodiscard]] std::string takeHeld() { return std::exchange(held_, {}); }
 
     // What Asio and Beast call.
     [[nodiscard]] executor_type get_executor() { return socket_.get_executor(); }
@@ -53,16 +50,25 @@ public:
 
     template <typename Buffers, typename Handler>
     void async_write_some(const Buffers& buffers, Handler&& handler) {
-        if (!held_) {
-            socket_.async_write_some(buffers, std::forward<Handler>(handler));
-            return;
-        }
-        const auto size = boost::asio::buffer_size(buffers);
-        const auto before = held_->size();
-        held_->resize(before + size);
-        boost::asio::buffer_copy(boost::asio::buffer(held_->data() + before, size), buffers);
-        completeLater(std::forward<Handler>(handler), size);
+        socket_.async_write_some(buffers, std::forward<Handler>(handler));
     }
+
+    template <typename Buffers>
+    std::size_t write_some(const Buffers& buffers, boost::system::error_code& error) {
+        error = {};
+        const auto size = boost::asio::buffer_size(buffers);
+        const auto before = held_.size();
+        held_.resize(before + size);
+        return boost::asio::buffer_copy(boost::asio::buffer(held_.data() + before, size), buffers);
+    }
+
+    // What Asio and Beast look for, and never call.
+    template <typename Buffers>
+    std::size_t write_some(const Buffers& buffers);
+    template <typename Buffers>
+    std::size_t read_some(const Buffers& buffers);
+    template <typename Buffers>
+    std::size_t read_some(const Buffers& buffers, boost::system::error_code& error);
 
 private:
     template <typename Handler>
@@ -74,7 +80,7 @@ private:
 
     boost::asio::ip::tcp::socket socket_;
     std::string putBack_;
-    std::optional<std::string> held_; ///< while writes are held
+    std::string held_;
 };
 
 /// What the protocol stack calls to end a connection at once; found by the argument's type.

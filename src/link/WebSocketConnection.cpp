@@ -140,13 +140,10 @@ void WebSocketConnection::answerRequest() {
         end(State::failed, describe(error));
         return;
     }
-    stream_.next_layer().putBack(request_.substr(size)); // frames that came along
-    stream_.next_layer().holdWrites();
-    auto judged = [self = shared_from_this()](const error_code& refused) {
-        auto answer = withoutServerField(self->stream_.next_layer().releaseWrites());
-        self->sendAnswer(std::move(answer), refused ? describe(refused) : QByteArray());
-    };
-    stream_.async_accept(parser.get(), std::move(judged)); // the stack judges the request
+    auto& bytes = stream_.next_layer();
+    bytes.putBack(request_.substr(size)); // frames that came along
+    stream_.accept(parser.get(), error);  // the stack judges the request, and never waits: its answer is held
+    sendAnswer(withoutServerField(bytes.takeHeld()), error ? describe(error) : QByteArray());
 }
 
 /// Ends the handshake: with `refusal` as the reason of the end, or open where there is none.

@@ -10,9 +10,9 @@ class QImage;
 namespace brenvale {
 
 /// The place of a floating panel on a desktop that gives programs no windows to place themselves: a surface
-/// of 350 by 80, 20 from the top and right edges of the usable area, above everything and without the
-/// keyboard. It shows pictures that somebody else draws. Positions are in device-independent pixels from its
-/// upper left corner. No call blocks. On main.
+/// of `panelSize`, `panelMargin` from the top and right edges of the usable area, above everything and
+/// without the keyboard. It shows pictures that somebody else draws. Positions are in device-independent
+/// pixels from its upper left corner. No call blocks. On main.
 class PanelSurface {
 public:
     /// Takes it off the screen.

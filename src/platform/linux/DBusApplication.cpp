@@ -15,9 +15,9 @@ namespace brenvale {
 
 namespace {
 
-const QString service = QStringLiteral("org.brenvale.Brenvale");
-const QString path = QStringLiteral("/org/brenvale/Brenvale");
-const QString interface = QStringLiteral("org.freedesktop.Application");
+const QString applicationService = QStringLiteral("org.brenvale.Brenvale");
+const QString applicationPath = QStringLiteral("/org/brenvale/Brenvale");
+const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerMilliseconds = 5000;
 
 /// The token holds for what the call brings about, which may take some steps more.
@@ -40,9 +40,10 @@ bool DBusApplication::claim() {
     if (!bus.isConnected()) {
         return true;
     }
-    bus.registerObject(path, this,
+    bus.registerObject(applicationPath, this,
                        QDBusConnection::ExportAllSlots); // before the name: nobody must find it empty
-    const auto reply = bus.interface()->registerService(service, QDBusConnectionInterface::DontQueueService);
+    const auto reply =
+        bus.interface()->registerService(applicationService, QDBusConnectionInterface::DontQueueService);
     return !reply.isValid() || reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
@@ -50,14 +51,16 @@ void DBusApplication::release() {
     auto bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
         bus.interface()->setTimeout(answerMilliseconds);
-        bus.interface()->unregisterService(service); // its answer comes behind all that was sent before
+        bus.interface()->unregisterService(
+            applicationService); // its answer comes behind all that was sent before
     }
 }
 
 bool DBusApplication::handOver(const QList<QUrl>& urls) {
     const bool opens = !urls.isEmpty();
-    auto message = QDBusMessage::createMethodCall(
-        service, path, interface, opens ? QStringLiteral("Open") : QStringLiteral("Activate"));
+    auto message =
+        QDBusMessage::createMethodCall(applicationService, applicationPath, applicationInterface,
+                                       opens ? QStringLiteral("Open") : QStringLiteral("Activate"));
     if (opens) {
         message << QUrl::toStringList(urls, QUrl::FullyEncoded);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/DispatchQueue.h"
 #include "platform/linux/CurrentDesktop.h"
+#include "platform/linux/NotificationNames.h"
 #include "platform/linux/NotificationText.h"
 #include "platform/linux/NotifyCall.h"
 
@@ -18,9 +19,6 @@ namespace brenvale {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.Notifications");
-const QString path = QStringLiteral("/org/freedesktop/Notifications");
-
 constexpr std::chrono::milliseconds repeatPause{1200};
 
 /// A server that has answered nothing for so long stands still.
@@ -35,7 +33,7 @@ constexpr auto alreadyShownError =
     QLatin1StringView("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
 
 QDBusMessage methodCall(const QString& method) {
-    return QDBusMessage::createMethodCall(service, path, service, method);
+    return QDBusMessage::createMethodCall(notificationService, notificationPath, notificationService, method);
 }
 
 /// As much of the texts as the server may be given: what waits for it must not carry more.
@@ -55,9 +53,10 @@ DBusNotificationCenter::DBusNotificationCenter(DispatchQueue& main, const ChildP
     if (!bus.isConnected()) {
         return;
     }
-    bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
-                SLOT(notificationClosed(uint, uint)));
-    auto* watcher = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    bus.connect(notificationService, notificationPath, notificationService,
+                QStringLiteral("NotificationClosed"), this, SLOT(notificationClosed(uint, uint)));
+    auto* watcher =
+        new QDBusServiceWatcher(notificationService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DBusNotificationCenter::ownerChanged);
 }
 

@@ -63,8 +63,11 @@ std::optional<QStringList> settingsCommand(SystemSettings::Pane pane, const QStr
         if (const auto program = QString::fromLatin1(candidate.program); exists(program)) {
             const auto* argument = pane == SystemSettings::Pane::notifications ? candidate.notifications
                                                                                : candidate.accessibility;
-            return argument == nullptr ? QStringList{program}
-                                       : QStringList{program, QString::fromLatin1(argument)};
+            QStringList command{program};
+            if (argument != nullptr) {
+                command.append(QString::fromLatin1(argument));
+            }
+            return command;
         }
     }
     return {};

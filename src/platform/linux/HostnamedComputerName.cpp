@@ -11,9 +11,9 @@ namespace brenvale {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.hostname1");
-const QString path = QStringLiteral("/org/freedesktop/hostname1");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString hostnamedService = QStringLiteral("org.freedesktop.hostname1");
+const QString hostnamedPath = QStringLiteral("/org/freedesktop/hostname1");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString prettyHostname = QStringLiteral("PrettyHostname");
 
 } // namespace
@@ -21,8 +21,8 @@ const QString prettyHostname = QStringLiteral("PrettyHostname");
 HostnamedComputerName::HostnamedComputerName() {
     auto bus = QDBusConnection::systemBus();
     if (bus.isConnected()) {
-        bus.connect(service, path, properties, QStringLiteral("PropertiesChanged"), this,
-                    SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+        bus.connect(hostnamedService, hostnamedPath, propertiesInterface, QStringLiteral("PropertiesChanged"),
+                    this, SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
         ask();
     }
 }
@@ -34,14 +34,16 @@ QString HostnamedComputerName::localizedName() const {
 
 void HostnamedComputerName::propertiesChanged(const QString& interface, const QVariantMap& changed,
                                               const QStringList& invalidated) {
-    if (interface == service && (changed.contains(prettyHostname) || invalidated.contains(prettyHostname))) {
+    if (interface == hostnamedService &&
+        (changed.contains(prettyHostname) || invalidated.contains(prettyHostname))) {
         ask();
     }
 }
 
 void HostnamedComputerName::ask() {
-    auto call = QDBusMessage::createMethodCall(service, path, properties, QStringLiteral("Get"));
-    call << service << prettyHostname;
+    auto call = QDBusMessage::createMethodCall(hostnamedService, hostnamedPath, propertiesInterface,
+                                               QStringLiteral("Get"));
+    call << hostnamedService << prettyHostname;
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         const QDBusPendingReply<QDBusVariant> reply = *finished;

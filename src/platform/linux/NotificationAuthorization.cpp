@@ -1,5 +1,6 @@
 #include "platform/linux/NotificationAuthorization.h"
 
+#include "platform/linux/NotificationNames.h"
 #include "platform/linux/NotificationSwitch.h"
 
 #include <QDBusConnection>
@@ -15,7 +16,6 @@ namespace brenvale {
 
 namespace {
 
-const QString notifications = QStringLiteral("org.freedesktop.Notifications");
 constexpr std::chrono::seconds serverPatience{10};
 
 /// Calls `method` of the bus itself; `answered` gets an empty message's arguments where it fails.
@@ -40,7 +40,7 @@ public:
     ServerWait(const ChildPrograms& programs, NotificationAuthorization::AuthorizationAnswer answer,
                QObject* parent)
         : QObject(parent), programs_(programs), answer_(std::move(answer)) {
-        auto* watcher = new QDBusServiceWatcher(notifications, QDBusConnection::sessionBus(),
+        auto* watcher = new QDBusServiceWatcher(notificationService, QDBusConnection::sessionBus(),
                                                 QDBusServiceWatcher::WatchForRegistration, this);
         connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { serverCame(); });
         QTimer::singleShot(serverPatience, this, [this] { finish(false); });
@@ -99,14 +99,14 @@ void NotificationAuthorization::askForServer(std::function<void(bool isThere)> a
         answer(false);
         return;
     }
-    askBus(this, QStringLiteral("NameHasOwner"), {notifications},
+    askBus(this, QStringLiteral("NameHasOwner"), {notificationService},
            [this, answer = std::move(answer)](const QVariantList& hasOwner) {
                if (hasOwner.value(0).toBool()) {
                    answer(true);
                    return;
                }
                askBus(this, QStringLiteral("ListActivatableNames"), {}, [answer](const QVariantList& names) {
-                   answer(names.value(0).toStringList().contains(notifications));
+                   answer(names.value(0).toStringList().contains(notificationService));
                });
            });
 }

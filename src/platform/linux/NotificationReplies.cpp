@@ -1,6 +1,7 @@
 #include "platform/linux/NotificationReplies.h"
 
 #include "platform/linux/ActivationToken.h"
+#include "platform/linux/NotificationNames.h"
 
 #include <QDBusConnection>
 
@@ -8,24 +9,17 @@
 
 namespace brenvale {
 
-namespace {
-
-const QString service = QStringLiteral("org.freedesktop.Notifications");
-const QString path = QStringLiteral("/org/freedesktop/Notifications");
-
-} // namespace
-
 NotificationReplies::NotificationReplies(const ShownNotifications& shown) : shown_(shown) {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         return;
     }
-    bus.connect(service, path, service, QStringLiteral("ActivationToken"), this,
-                SLOT(activationToken(uint, QString)));
-    bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
-                SLOT(actionInvoked(uint, QString)));
-    bus.connect(service, path, service, QStringLiteral("NotificationReplied"), this,
-                SLOT(notificationReplied(uint, QString)));
+    bus.connect(notificationService, notificationPath, notificationService, QStringLiteral("ActivationToken"),
+                this, SLOT(activationToken(uint, QString)));
+    bus.connect(notificationService, notificationPath, notificationService, QStringLiteral("ActionInvoked"),
+                this, SLOT(actionInvoked(uint, QString)));
+    bus.connect(notificationService, notificationPath, notificationService,
+                QStringLiteral("NotificationReplied"), this, SLOT(notificationReplied(uint, QString)));
 }
 
 const NotificationCategory* NotificationReplies::category(const QString& identifier) const {

@@ -18,12 +18,12 @@ namespace {
 
 // How long a desktop takes to find a new device; nothing tells when it has.
 constexpr std::chrono::milliseconds findingTime{700};
-constexpr int untilSomethingComes = -1;
+constexpr int noTimeout = -1;
 
 // The kernel keeps some 64 events for a program that reads them, and a character is up to 8: what is more is
 // lost where the desktop does not keep up.
-constexpr std::size_t charactersAtOnce = 6;
-constexpr std::chrono::milliseconds betweenCharacters{8};
+constexpr std::size_t charactersOfPiece = 6;
+constexpr std::chrono::milliseconds betweenPieces{8};
 
 struct UsRow {
     quint16 firstCode;
@@ -96,7 +96,7 @@ void UinputEventPoster::post(const MouseEvent& event) {
 
 void UinputEventPoster::run() {
     while (!events_.isClosed()) {
-        (void)waitForEvents(untilSomethingComes);
+        (void)waitForEvents(noTimeout);
         events_.acknowledge();
         while (const auto event = events_.take()) {
             if (!(device_ || makeDevice()) || !perform(*event)) {
@@ -167,7 +167,7 @@ bool UinputEventPoster::perform(const KeyEvent& event) {
 
 bool UinputEventPoster::type(std::u32string_view text) {
     while (!text.empty() && !events_.isClosed()) {
-        const auto piece = text.substr(0, charactersAtOnce);
+        const auto piece = text.substr(0, charactersOfPiece);
         text.remove_prefix(piece.size());
         if (!std::ranges::all_of(piece, [this](char32_t character) { return type(character); }) ||
             (!text.empty() && !pause())) {
@@ -187,7 +187,7 @@ bool UinputEventPoster::type(char32_t character) {
 /// Lets the desktop read, while the pointer moves on.
 bool UinputEventPoster::pause() {
     using std::chrono::steady_clock;
-    const auto end = steady_clock::now() + betweenCharacters;
+    const auto end = steady_clock::now() + betweenPieces;
     for (;;) {
         events_.acknowledge();
         while (const auto event = events_.takeBeside()) {

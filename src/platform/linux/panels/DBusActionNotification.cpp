@@ -1,6 +1,7 @@
 #include "platform/linux/panels/DBusActionNotification.h"
 
 #include "platform/linux/CurrentDesktop.h"
+#include "platform/linux/NotificationNames.h"
 #include "platform/linux/NotificationText.h"
 #include "platform/linux/NotifyCall.h"
 
@@ -16,11 +17,8 @@ namespace brenvale {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.Notifications");
-const QString path = QStringLiteral("/org/freedesktop/Notifications");
-
 QDBusMessage methodCall(const QString& method) {
-    return QDBusMessage::createMethodCall(service, path, service, method);
+    return QDBusMessage::createMethodCall(notificationService, notificationPath, notificationService, method);
 }
 
 QVariantList notifyArguments(const ActionNotification::Content& content, uint replaced,
@@ -50,10 +48,10 @@ QVariantList notifyArguments(const ActionNotification::Content& content, uint re
 DBusActionNotification::DBusActionNotification() {
     auto bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
-        bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
-                    SLOT(actionInvoked(uint, QString)));
-        bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
-                    SLOT(notificationClosed(uint, uint)));
+        bus.connect(notificationService, notificationPath, notificationService,
+                    QStringLiteral("ActionInvoked"), this, SLOT(actionInvoked(uint, QString)));
+        bus.connect(notificationService, notificationPath, notificationService,
+                    QStringLiteral("NotificationClosed"), this, SLOT(notificationClosed(uint, uint)));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/panels/LayerShellSurface.h"
 
+#include "platform/FloatingPanel.h"
 #include "platform/linux/panels/PanelPointer.h"
 #include "platform/linux/panels/SharedPictures.h"
 #include "platform/linux/wayland/WaylandNotifier.h"
@@ -18,9 +19,6 @@ namespace brenvale {
 
 namespace {
 
-constexpr int margin = 20;
-constexpr std::uint32_t width = 350;
-constexpr std::uint32_t height = 80;
 constexpr std::chrono::milliseconds pauseBeforeReturn{500};
 
 /// Of the sharpest screen: the compositor makes the picture smaller where it needs to.
@@ -46,9 +44,9 @@ struct LayerShellSurface::Session {
 
     // The distances from the right and the top edge: those that the pointer's positions count from, those
     // that were asked for, and those that the user wants.
-    QPoint placed{margin, margin};
-    QPoint requested{margin, margin};
-    QPoint wanted{margin, margin};
+    QPoint placed{panelMargin, panelMargin};
+    QPoint requested{panelMargin, panelMargin};
+    QPoint wanted{panelMargin, panelMargin};
 };
 
 /// What the compositor tells us.
@@ -112,7 +110,7 @@ void LayerShellSurface::makeSurface() {
     static constexpr zwlr_layer_surface_v1_listener listener{.configure = Listeners::configured,
                                                              .closed = Listeners::closed};
     zwlr_layer_surface_v1_add_listener(layer, &listener, this);
-    zwlr_layer_surface_v1_set_size(layer, width, height);
+    zwlr_layer_surface_v1_set_size(layer, panelSize.width(), panelSize.height());
     zwlr_layer_surface_v1_set_anchor(layer,
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT);
     zwlr_layer_surface_v1_set_keyboard_interactivity(layer,
@@ -137,7 +135,7 @@ void LayerShellSurface::closed() {
     session_->surface.reset();
     session_->scale = 0;
     QTimer::singleShot(pauseBeforeReturn, &session_->wayland, [this] {
-        session_->placed = session_->requested = session_->wanted = QPoint(margin, margin);
+        session_->placed = session_->requested = session_->wanted = QPoint(panelMargin, panelMargin);
         makeSurface();
     });
     session_->wayland.flush();

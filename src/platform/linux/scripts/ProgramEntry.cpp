@@ -19,7 +19,7 @@ struct Word {
 constexpr std::u16string_view escapes = u"sntr\\";
 constexpr std::u16string_view escaped = u" \n\t\r\\";
 
-QString unescaped(const QByteArray& value) {
+QString withoutEscapes(const QByteArray& value) {
     const auto text = QString::fromUtf8(value);
     QString plain;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -142,9 +142,9 @@ std::optional<ProgramEntry> readProgramEntry(const QByteArray& text, const QStri
     };
     ProgramEntry entry{.path = path,
                        .exec = value("Exec"),
-                       .name = unescaped(value("Name")),
-                       .icon = unescaped(value("Icon")),
-                       .tryExec = unescaped(value("TryExec"))};
+                       .name = withoutEscapes(value("Name")),
+                       .icon = withoutEscapes(value("Icon")),
+                       .tryExec = withoutEscapes(value("TryExec"))};
     if (value("Hidden") == "true" || value("Terminal") == "true" || entry.exec.isEmpty()) {
         return {};
     }
@@ -152,7 +152,7 @@ std::optional<ProgramEntry> readProgramEntry(const QByteArray& text, const QStri
 }
 
 QStringList programCommand(const ProgramEntry& entry, const QString& location, const QString& localPath) {
-    const auto words = split(unescaped(entry.exec));
+    const auto words = split(withoutEscapes(entry.exec));
     if (!words) {
         return {};
     }

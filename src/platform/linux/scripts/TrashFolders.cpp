@@ -32,7 +32,7 @@ bool contains(const std::array<const char*, count>& types, const QByteArray& typ
 }
 
 /// The kernel writes spaces and the like in octal.
-QByteArray unescaped(const QByteArray& text) {
+QByteArray withoutOctals(const QByteArray& text) {
     QByteArray plain;
     for (qsizetype i = 0; i < text.size(); ++i) {
         bool isNumber = false;
@@ -65,7 +65,7 @@ std::optional<TrashMount> trashMount(const QByteArray& line) {
     if (contains(viewTypes, type) || (!isRemote && !contains(localTypes, type))) {
         return {};
     }
-    return TrashMount{.path = unescaped(fields[place]), .isRemote = isRemote};
+    return TrashMount{.path = withoutOctals(fields[place]), .isRemote = isRemote};
 }
 
 TrashResult failure(const QByteArray& path, int error) {
