@@ -5,49 +5,10 @@ import pathlib
 import shutil
 import socket
 import subprocess
-import time
 
-import dbus
-
-from brenvale_desk import HERE, DeskTest, Program, Recorder, main, wait_until
+from brenvale_desk import HERE, Program, main, wait_until
 from raw_client import TEXT
-
-WATCHER = 'org.kde.StatusNotifierWatcher'
-SEPARATOR = '---'
-
-
-class TrayTest(DeskTest):
-    def setUp(self):
-        super().setUp()
-        Recorder(self.desk)
-        self.bus = dbus.bus.BusConnection(self.desk.bus_address)
-
-    def start_host(self):
-        self.host = self.desk.spawn(['/usr/bin/python3', str(HERE / 'tray_host.py')], 'tray')
-        self.desk.wait_for_name(WATCHER)
-
-    def stop_host(self):
-        self.desk.stop(self.host)
-        wait_until(lambda: not self.desk.has_name(WATCHER), 'the tray to go')
-
-    def tray(self, method, *arguments):
-        proxy = self.bus.get_object(WATCHER, '/Tray', introspect=False)
-        return proxy.get_dbus_method(method, 'org.test.Tray')(*arguments, signature='s' if arguments else '')
-
-    def wait_for_item(self):
-        wait_until(lambda: self.tray('Count') == 1, 'the tray item')
-
-    def rows(self):
-        return json.loads(self.tray('Menu'))
-
-    def labels(self):
-        return [SEPARATOR if row['separator'] else row['label'] for row in self.rows()]
-
-    def start_shown(self):
-        self.start_host()
-        self.program = self.start()
-        self.wait_for_item()
-        return self.program
+from tray_desk import SEPARATOR, TrayTest
 
 
 class MenuTest(TrayTest):
@@ -137,89 +98,6 @@ class ItemTest(TrayTest):
         self.start_host()
         self.wait_for_item()
         self.assertEqual(self.labels()[-1], 'Quit Brenvale')
-
-
-class NoTrayTest(TrayTest):
-    """Ten seconds after the start a desktop without a tray counts as one."""
-
-    AFTER_THE_WAIT = 11
-
-    def window(self):
-        return self.desk.window('^Brenvale Settings')
-
-    def test_a_start_by_hand_opens_the_window_once(self):
-        self.program = self.start(arguments=())
-        window = wait_until(self.window, 'the window', deadline=40)
-        self.desk.run('xdotool', 'windowactivate', '--sync', window)
-        # The window manager may not listen yet to the keys of a window that it has just activated.
-        def closed():
-            self.desk.run('xdotool', 'key', 'alt+F4')
-            return not self.window()
-        wait_until(closed, 'the window to close')
-        self.program.wait_at_rest()
-        self.assertFalse(self.window())
-        self.connect(self.program).ping()
-
-    def test_a_tray_that_comes_later_gets_the_item_all_the_same(self):
-        self.start(arguments=())
-        wait_until(self.window, 'the window', deadline=40)
-        self.start_host()
-        self.wait_for_item()
-
-    def test_a_start_in_the_background_opens_nothing(self):
-        program = self.start()
-        time.sleep(self.AFTER_THE_WAIT)
-        program.wait_at_rest()
-        self.assertFalse(self.window())
-
-    def test_a_start_by_hand_with_a_tray_opens_nothing(self):
-        self.start_host()
-        program = self.start(arguments=())
-        self.wait_for_item()
-        time.sleep(self.AFTER_THE_WAIT)
-        program.wait_at_rest()
-        self.assertFalse(self.window())
-
-
-class OldTrayTest(TrayTest):
-    """The kind of tray that embeds windows, on X11."""
-
-    def embedded(self):
-        return self.desk.window_tree().count('"brenvale" "brenvale"')
-
-    def start_panel(self):
-        try:
-            return self.desk.spawn(['trayer', '--edge', 'top', '--width', '10'], 'trayer')
-        except FileNotFoundError:
-            self.skipTest('trayer is not installed')
-
-    def test_it_is_used_where_there_is_no_other(self):
-        self.start_panel()
-        self.start()
-        wait_until(self.embedded, 'the embedded item')
-
-    def test_one_that_restarts(self):
-        panel = self.start_panel()
-        self.start()
-        wait_until(self.embedded, 'the embedded item')
-        self.desk.stop(panel)
-        wait_until(lambda: not self.embedded(), 'the item to go')
-        self.start_panel()
-        wait_until(self.embedded, 'the item to come back')
-
-    def test_a_start_by_hand_opens_no_window(self):
-        self.start_panel()
-        program = self.start(arguments=())
-        wait_until(self.embedded, 'the embedded item')
-        program.wait_at_rest()
-        self.assertEqual(self.desk.windows('^Brenvale Settings'), [])
-
-    def test_one_that_comes_late(self):
-        program = self.start()
-        time.sleep(11)  # the other kind of tray has had its chance
-        program.wait_at_rest()
-        self.start_panel()
-        wait_until(self.embedded, 'the embedded item')
 
 
 if __name__ == '__main__':

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int chunkSize = 1 << 20;
 constexpr qint64 spoolMemory = qint64{256} << 20;
-const auto fileName = QStringLiteral("film.mp4");
+const auto filmName = QStringLiteral("film.mp4");
 
 /// The contents of one chunk, unlike those of all others.
 QByteArray piece(int number) {
@@ -27,9 +27,9 @@ QByteArray piece(int number) {
 
 /// The messages that the file's are held against, as hashes: they would fill the memory.
 std::vector<std::size_t> hashesOfMessages(int chunks) {
-    std::vector hashes{qHash(fileTransferStartText(fileName, qint64{chunks} * chunkSize))};
+    std::vector hashes{qHash(fileTransferStartText(filmName, qint64{chunks} * chunkSize))};
     for (int number = 0; number < chunks; ++number) {
-        hashes.push_back(qHash(fileChunkText(fileName, piece(number), number == chunks - 1)));
+        hashes.push_back(qHash(fileChunkText(filmName, piece(number), number == chunks - 1)));
     }
     return hashes;
 }
@@ -98,7 +98,7 @@ using Files = LiveFiles;
 
 TEST_F(Files, BeyondTheMemoryLimitAFileWaitsOnTheDiskAndArrivesInOrderAtEveryPhone) {
     constexpr int chunks = 216; // base64 makes 288 MiB of them
-    QFile file(folder.filePath(fileName));
+    QFile file(folder.filePath(filmName));
     ASSERT_TRUE(file.open(QFile::WriteOnly));
     for (int number = 0; number < chunks; ++number) {
         ASSERT_EQ(file.write(piece(number)), chunkSize);
@@ -116,7 +116,7 @@ TEST_F(Files, BeyondTheMemoryLimitAFileWaitsOnTheDiskAndArrivesInOrderAtEveryPho
         const auto& rows = store->fileTransfers.get();
         return !rows.isEmpty() && rows[0].isCompleted;
     }));
-    const auto textBytes = qint64{chunks} * fileChunkText(fileName, piece(0), false).size();
+    const auto textBytes = qint64{chunks} * fileChunkText(filmName, piece(0), false).size();
     EXPECT_LT(std::abs(bytesInNamelessFiles() - (textBytes - spoolMemory)), 2 * chunkSize);
     for (auto* receiver : {&first, &second}) {
         receiver->phone().resumeReading();
@@ -139,9 +139,9 @@ TEST_F(Files, OneThatStreamsInTellsAViewOfItsProgressNoMoreThanOnceAFrame) {
     greet(phone);
     QElapsedTimer time;
     time.start();
-    phone.sendText(fileTransferStartText(fileName, qint64{chunks} * chunkSize));
+    phone.sendText(fileTransferStartText(filmName, qint64{chunks} * chunkSize));
     for (int number = 0; number < chunks; ++number) {
-        phone.sendText(fileChunkText(fileName, piece(number), number == chunks - 1));
+        phone.sendText(fileChunkText(filmName, piece(number), number == chunks - 1));
     }
     const auto isCompleted = [&] {
         return model.rowCount() == 1 && model.index(0).data(FileTransferListModel::IsCompletedRole).toBool();

@@ -25,7 +25,7 @@ struct OutgoingSpoolTest : testing::Test {
     OutgoingSpool spool{100};
 };
 
-QByteArray text(int number) {
+QByteArray numbered(int number) {
     return {40, static_cast<char>('a' + number)};
 }
 
@@ -41,24 +41,24 @@ TEST_F(OutgoingSpoolTest, TextsBeyondTheLimitWaitInAFileAndComeBackUnharmed) {
     std::vector<std::shared_ptr<const OutgoingText>> texts;
     texts.reserve(20);
     for (int i = 0; i < 20; ++i) {
-        texts.push_back(spool.add(text(i)));
+        texts.push_back(spool.add(numbered(i)));
     }
     EXPECT_EQ(spool.memoryUse(), 80U);
     for (const int i : {19, 0, 7, 2, 7}) {
-        EXPECT_EQ(texts[static_cast<std::size_t>(i)]->bytes(), text(i));
+        EXPECT_EQ(texts[static_cast<std::size_t>(i)]->bytes(), numbered(i));
     }
 }
 
 TEST_F(OutgoingSpoolTest, MemoryThatComesFreeIsUsedAgain) {
-    auto first = spool.add(text(0));
-    const auto second = spool.add(text(1));
-    const auto third = spool.add(text(2));
+    auto first = spool.add(numbered(0));
+    const auto second = spool.add(numbered(1));
+    const auto third = spool.add(numbered(2));
     EXPECT_EQ(spool.memoryUse(), 80U);
     first.reset();
     EXPECT_EQ(spool.memoryUse(), 40U);
-    const auto fourth = spool.add(text(3));
+    const auto fourth = spool.add(numbered(3));
     EXPECT_EQ(spool.memoryUse(), 80U);
-    EXPECT_EQ(third->bytes(), text(2));
+    EXPECT_EQ(third->bytes(), numbered(2));
 }
 
 TEST_F(OutgoingSpoolTest, TheFileHasNoName) {
@@ -80,10 +80,10 @@ TEST_F(OutgoingSpoolTest, TextsMayOutliveTheSpool) {
     std::shared_ptr<const OutgoingText> inFile;
     {
         OutgoingSpool passing(100);
-        inMemory = passing.add(text(0));
+        inMemory = passing.add(numbered(0));
         inFile = passing.add(QByteArray(1000, 'x'));
     }
-    EXPECT_EQ(inMemory->bytes(), text(0));
+    EXPECT_EQ(inMemory->bytes(), numbered(0));
     EXPECT_EQ(inFile->bytes(), QByteArray(1000, 'x'));
 }
 

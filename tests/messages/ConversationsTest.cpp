@@ -1,4 +1,5 @@
 #include "messages/Conversations.h"
+#include "fakes/SmsRecords.h"
 #include "messages/ContactNames.h"
 
 #include <gmock/gmock.h>
@@ -7,13 +8,6 @@ using namespace brenvale;
 using testing::ElementsAre;
 
 namespace {
-
-SmsRecord sms(const char* address, double date, const char* body = "", std::optional<QString> name = {}) {
-    return {.address = QString::fromUtf8(address),
-            .name = std::move(name),
-            .body = QString::fromUtf8(body),
-            .date = date};
-}
 
 std::vector<std::string> ids(const QList<Conversation>& conversations) {
     std::vector<std::string> texts;

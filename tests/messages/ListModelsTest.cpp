@@ -1,5 +1,6 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/ModelChanges.h"
+#include "fakes/SmsRecords.h"
 #include "messages/CallListModel.h"
 #include "messages/ContactNames.h"
 #include "messages/ConversationListModel.h"
@@ -16,11 +17,6 @@ namespace {
 constexpr double now = 1'700'000'000; ///< seconds
 constexpr double today = now * 1000;
 constexpr double day = 86'400'000;
-
-SmsRecord sms(const char* address, double date, const char* body = "", qint64 type = 1) {
-    return {
-        .address = QString::fromUtf8(address), .body = QString::fromUtf8(body), .date = date, .type = type};
-}
 
 struct Models : testing::Test {
     Models() {

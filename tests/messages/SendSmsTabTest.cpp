@@ -1,4 +1,5 @@
 #include "messages/SendSmsTab.h"
+#include "fakes/SmsRecords.h"
 #include "fakes/TestPhone.h"
 #include "messages/ContactNames.h"
 #include "messages/MessageDates.h"
@@ -9,13 +10,6 @@ using namespace brenvale;
 using testing::ElementsAre;
 
 namespace {
-
-SmsRecord sms(const char* address, double date, const char* body = "", std::optional<QString> name = {}) {
-    return {.address = QString::fromUtf8(address),
-            .name = std::move(name),
-            .body = QString::fromUtf8(body),
-            .date = date};
-}
 
 struct Messages : testing::Test, TestPhone {
     [[nodiscard]] QStringList listed() {

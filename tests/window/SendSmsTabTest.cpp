@@ -1,4 +1,5 @@
 #include "TestWindow.h"
+#include "fakes/SmsRecords.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -28,11 +29,6 @@ struct Messages : testing::Test, TestWindow {
 
     QQuickItem& field(const char* name) { return *item(QAccessible::EditableText, QString::fromUtf8(name)); }
 };
-
-SmsRecord sms(const char* address, double date, const char* body, qint64 type = 1) {
-    return {
-        .address = QString::fromUtf8(address), .body = QString::fromUtf8(body), .date = date, .type = type};
-}
 
 } // namespace
 

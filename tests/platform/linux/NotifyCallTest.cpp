@@ -6,7 +6,7 @@ using namespace brenvale;
 
 namespace {
 
-const NotificationContent content{
+const NotificationContent mail{
     .title = QStringLiteral("Mail"), .subtitle = QStringLiteral("A & B"), .body = QStringLiteral("1 < 2")};
 
 const NotificationCategory replies{.identifier = QStringLiteral("REPLIES"),
@@ -18,44 +18,43 @@ const NotificationCategory replies{.identifier = QStringLiteral("REPLIES"),
 } // namespace
 
 TEST(NotifyCall, AServerWithAFieldGetsTheFieldAndItsTexts) {
-    const auto call =
-        notifyCall(content, &replies, {QStringLiteral("actions"), QStringLiteral("inline-reply")});
+    const auto call = notifyCall(mail, &replies, {QStringLiteral("actions"), QStringLiteral("inline-reply")});
     EXPECT_EQ(call.actions, QStringList({"inline-reply", "Reply"}));
     EXPECT_EQ(call.hints.value(QStringLiteral("x-kde-reply-placeholder-text")), QStringLiteral("Type..."));
     EXPECT_EQ(call.hints.value(QStringLiteral("x-kde-reply-submit-button-text")), QStringLiteral("Send"));
 }
 
 TEST(NotifyCall, AServerWithActionsGetsTheActionAlone) {
-    const auto call = notifyCall(content, &replies, {QStringLiteral("actions")});
+    const auto call = notifyCall(mail, &replies, {QStringLiteral("actions")});
     EXPECT_EQ(call.actions, QStringList({"REPLY", "Reply"}));
     EXPECT_FALSE(call.hints.contains(QStringLiteral("x-kde-reply-placeholder-text")));
 }
 
 TEST(NotifyCall, AServerWithoutActionsGetsNone) {
-    EXPECT_TRUE(notifyCall(content, &replies, {QStringLiteral("body")}).actions.isEmpty());
+    EXPECT_TRUE(notifyCall(mail, &replies, {QStringLiteral("body")}).actions.isEmpty());
 }
 
 TEST(NotifyCall, ANotificationOfNoCategoryOffersNothing) {
-    EXPECT_TRUE(notifyCall(content, nullptr, {QStringLiteral("actions"), QStringLiteral("inline-reply")})
+    EXPECT_TRUE(notifyCall(mail, nullptr, {QStringLiteral("actions"), QStringLiteral("inline-reply")})
                     .actions.isEmpty());
 }
 
 TEST(NotifyCall, WhereAClickWouldOpenTheProgramItHasAnActionThatDoesNothing) {
     const QSet<QString> capabilities{QStringLiteral("actions")};
-    EXPECT_EQ(notifyCall(content, &replies, capabilities, true).actions,
+    EXPECT_EQ(notifyCall(mail, &replies, capabilities, true).actions,
               QStringList({"REPLY", "Reply", "default", ""}));
-    EXPECT_EQ(notifyCall(content, nullptr, capabilities, true).actions, QStringList({"default", ""}));
-    EXPECT_TRUE(notifyCall(content, nullptr, {}, true).actions.isEmpty());
+    EXPECT_EQ(notifyCall(mail, nullptr, capabilities, true).actions, QStringList({"default", ""}));
+    EXPECT_TRUE(notifyCall(mail, nullptr, {}, true).actions.isEmpty());
 }
 
 TEST(NotifyCall, TextIsEscapedOnlyWhereTheServerReadsMarkup) {
-    EXPECT_EQ(notifyCall(content, nullptr, {QStringLiteral("body-markup")}).body,
+    EXPECT_EQ(notifyCall(mail, nullptr, {QStringLiteral("body-markup")}).body,
               QStringLiteral("<b>A &amp; B</b>\n1 &lt; 2"));
-    EXPECT_EQ(notifyCall(content, nullptr, {}).body, QStringLiteral("A & B\n1 < 2"));
+    EXPECT_EQ(notifyCall(mail, nullptr, {}).body, QStringLiteral("A & B\n1 < 2"));
 }
 
 TEST(NotifyCall, SoundAndThreadAreHints) {
-    auto loud = content;
+    auto loud = mail;
     loud.hasDefaultSound = true;
     loud.threadIdentifier = QStringLiteral("Chat");
     const auto hints = notifyCall(loud, nullptr, {}).hints;
@@ -63,5 +62,5 @@ TEST(NotifyCall, SoundAndThreadAreHints) {
     EXPECT_EQ(hints.value(QStringLiteral("x-kde-origin-name")), QStringLiteral("Chat"));
     EXPECT_EQ(hints.value(QStringLiteral("desktop-entry")), QStringLiteral("org.brenvale.Brenvale"));
     EXPECT_FALSE(hints.contains(QStringLiteral("suppress-sound")));
-    EXPECT_EQ(notifyCall(content, nullptr, {}).hints.value(QStringLiteral("suppress-sound")), QVariant(true));
+    EXPECT_EQ(notifyCall(mail, nullptr, {}).hints.value(QStringLiteral("suppress-sound")), QVariant(true));
 }

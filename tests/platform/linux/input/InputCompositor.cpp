@@ -12,8 +12,6 @@ namespace brenvale {
 
 namespace {
 
-constexpr xkb_keycode_t firstKeycode = 8; // of what the protocol calls 0
-
 InputCompositor& of(wl_resource* resource) {
     return *static_cast<InputCompositor*>(wl_resource_get_user_data(resource));
 }

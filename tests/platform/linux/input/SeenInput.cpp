@@ -14,8 +14,6 @@ namespace brenvale {
 
 namespace {
 
-constexpr xkb_keycode_t firstKeycode = 8; // of what the kernel calls 0
-
 QString nameOf(xkb_keysym_t keysym) {
     static const QHash<xkb_keysym_t, QString> names{
         {XKB_KEY_Escape, QStringLiteral("Escape")},

@@ -11,6 +11,9 @@
 
 namespace brenvale {
 
+/// The keycode of xkb for what the kernel and Wayland call 0.
+constexpr xkb_keycode_t firstKeycode = 8;
+
 /// What a program with the focus saw, in the lines of PosterTrial. Any thread.
 class SeenInput {
 public:
