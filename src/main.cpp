@@ -18,6 +18,7 @@
 #include "platform/linux/panels/DBusActionNotification.h"
 #include "platform/linux/panels/FloatingWindow.h"
 #include "platform/linux/panels/LayerShellSurface.h"
+#include "platform/linux/panels/UsableArea.h"
 #include "shell/AppDelegate.h"
 #include "shell/QmlMainWindow.h"
 #include "shell/SettingsView.h"
@@ -100,7 +101,10 @@ std::unique_ptr<brenvale::FloatingPanel> makeCallPanel(const QString& view, Bann
     using namespace brenvale;
     if (canFloatWindows()) {
         return std::make_unique<QmlCallPanel>(
-            view, banner, QmlCallPanel::Floating{.prepare = makeFloating, .isTranslucent = hasCompositor()});
+            view, banner,
+            QmlCallPanel::Floating{.prepare = makeFloating,
+                                   .usableArea = [](const QScreen& screen) { return usableArea(screen); },
+                                   .isTranslucent = hasCompositor()});
     }
     if (hasLayerShell && QGuiApplication::platformName().startsWith(u"wayland")) {
         return std::make_unique<QmlSurfacePanel>(view, banner, std::make_unique<LayerShellSurface>());

@@ -10,16 +10,19 @@
 #include <QQuickView>
 #include <QScreen>
 
+#include <utility>
+
 namespace brenvale {
 
-QmlCallPanel::QmlCallPanel(const QString& view, QObject& banner, const Floating& floating) {
+QmlCallPanel::QmlCallPanel(const QString& view, QObject& banner, Floating floating)
+    : floating_(std::move(floating)) {
     chooseQuickRenderer();
     view_ = std::make_unique<QQuickView>();
     setUpEngine(*view_->engine());
-    if (floating.prepare) {
-        floating.prepare(*view_);
+    if (floating_.prepare) {
+        floating_.prepare(*view_);
     }
-    if (floating.isTranslucent) {
+    if (floating_.isTranslucent) {
         view_->setColor(Qt::transparent);
     }
     view_->setTitle(QStringLiteral("Brenvale Call"));
@@ -27,7 +30,7 @@ QmlCallPanel::QmlCallPanel(const QString& view, QObject& banner, const Floating&
     view_->setMaximumSize(panelSize);
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->setInitialProperties({{QStringLiteral("banner"), QVariant::fromValue(&banner)},
-                                 {QStringLiteral("isTranslucent"), floating.isTranslucent}});
+                                 {QStringLiteral("isTranslucent"), floating_.isTranslucent}});
     view_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Brenvale/calls/%1.qml").arg(view)));
     view_->installEventFilter(this);
     moveToItsPlace();
@@ -39,7 +42,7 @@ QmlCallPanel::~QmlCallPanel() = default;
 void QmlCallPanel::moveToItsPlace() {
     QRect frame({}, panelSize);
     if (const auto* screen = QGuiApplication::primaryScreen()) {
-        const auto area = screen->availableGeometry();
+        const auto area = floating_.usableArea ? floating_.usableArea(*screen) : screen->availableGeometry();
         frame.moveTo(area.x() + area.width() - panelMargin - panelSize.width(), area.y() + panelMargin);
     }
     view_->setGeometry(frame);

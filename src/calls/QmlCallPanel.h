@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPoint>
+#include <QRect>
 #include <QString>
 
 #include <functional>
@@ -12,6 +13,7 @@
 
 class QMouseEvent;
 class QQuickView;
+class QScreen;
 class QWindow;
 
 namespace brenvale {
@@ -27,13 +29,17 @@ public:
         /// keyboard.
         std::function<void(QWindow& window)> prepare;
 
+        /// The part of a screen that bars and docks leave free, in device-independent pixels; by default what
+        /// the toolkit takes for it.
+        std::function<QRect(const QScreen& screen)> usableArea;
+
         /// Whether what lies below the window can show through.
         bool isTranslucent = false;
     };
 
     /// Builds the panel at its place, hidden. `view` is the QML type of its contents, `banner` the state that
     /// it shows, which must outlive the panel.
-    QmlCallPanel(const QString& view, QObject& banner, const Floating& floating);
+    QmlCallPanel(const QString& view, QObject& banner, Floating floating);
     ~QmlCallPanel() override;
     QmlCallPanel(const QmlCallPanel&) = delete;
     QmlCallPanel& operator=(const QmlCallPanel&) = delete;
@@ -57,6 +63,7 @@ private:
     void screensChanged();
     void drag(const QMouseEvent& event);
 
+    Floating floating_;
     std::unique_ptr<QQuickView> view_;
     std::optional<Drag> drag_; ///< while a button is held
     bool wasDragged_ = false;  ///< from its place

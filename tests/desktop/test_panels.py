@@ -17,6 +17,7 @@ add_accessibility(desk)
 unittest.addModuleCleanup(desk.close)
 
 PANEL = '^Brenvale Call$'
+AREAS = '_GTK_WORKAREAS_D0'
 SIZE, PLACE = (350, 80), (910, 20)  # of a screen of 1280 by 800
 
 
@@ -114,6 +115,16 @@ class PlaceTest(PanelsTest):
         self.assertEqual(geometry(self.ring())[0], (910, 60))
         desk.stop(bar)
         wait_until(lambda: re.search(r'= 0, 0,', desk.run('xprop', '-root', '_NET_WORKAREA')), 'the whole area')
+
+    def test_a_bar_is_left_out_with_several_monitors_too(self):
+        for name, x, output in ('*left', 0, 'screen'), ('right', 640, 'none'):
+            desk.run('xrandr', '--setmonitor', name, f'640/200x800/200+{x}+0', output)
+            self.addCleanup(desk.run, 'xrandr', '--delmonitor', name.lstrip('*'))
+        # What GNOME and Xfce say of them; the window manager of this desktop says nothing of single monitors.
+        desk.run('xprop', '-root', '-f', AREAS, '32c', '-set', AREAS, '0, 32, 640, 768, 640, 0, 640, 800')
+        self.addCleanup(desk.run, 'xprop', '-root', '-remove', AREAS)
+        self.program.wait_at_rest()
+        self.assertEqual(geometry(self.ring())[0], (640 - 20 - 350, 32 + 20))
 
 
 class FloatingTest(PanelsTest):

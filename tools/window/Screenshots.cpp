@@ -44,7 +44,7 @@ std::vector<SampleCall> sampleCalls() {
 }
 
 bool takePanelScreenshot(const QString& view, QObject& banner, const QString& file) {
-    QmlCallPanel panel(view, banner, {.prepare = {}, .isTranslucent = true});
+    QmlCallPanel panel(view, banner, {.prepare = {}, .usableArea = {}, .isTranslucent = true});
     panel.orderFrontRegardless();
     QCoreApplication::processEvents();
     return panel.view().grabWindow().save(file);
