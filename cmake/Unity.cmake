@@ -10,8 +10,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 # brenvale_unite(TARGET): after all of its sources are known. A source stays alone that has the property
-# SKIP_UNITY_BUILD_INCLUSION; the options of the first source of a unit are for the whole unit. The units name the sources relative to the checkout, so that the compiler cache
-# knows them in another one.
+# SKIP_UNITY_BUILD_INCLUSION; the options of the first source of a unit are for the whole unit. The units name the
+# sources relative to the checkout, so that the compiler cache knows them in another one.
 function(brenvale_unite target)
   if(NOT BRENVALE_UNITY)
     return()

@@ -51,8 +51,8 @@ void DBusApplication::release() {
     auto bus = QDBusConnection::sessionBus();
     if (bus.isConnected()) {
         bus.interface()->setTimeout(answerMilliseconds);
-        bus.interface()->unregisterService(
-            applicationService); // its answer comes behind all that was sent before
+        // Its answer comes behind all that was sent before.
+        bus.interface()->unregisterService(applicationService);
     }
 }
 

@@ -22,7 +22,7 @@ constexpr int noTimeout = -1;
 
 // The kernel keeps some 64 events for a program that reads them, and a character is up to 8: what is more is
 // lost where the desktop does not keep up.
-constexpr std::size_t charactersOfPiece = 6;
+constexpr std::size_t charactersOfAPiece = 6;
 constexpr std::chrono::milliseconds betweenPieces{8};
 
 struct UsRow {
@@ -167,7 +167,7 @@ bool UinputEventPoster::perform(const KeyEvent& event) {
 
 bool UinputEventPoster::type(std::u32string_view text) {
     while (!text.empty() && !events_.isClosed()) {
-        const auto piece = text.substr(0, charactersOfPiece);
+        const auto piece = text.substr(0, charactersOfAPiece);
         text.remove_prefix(piece.size());
         if (!std::ranges::all_of(piece, [this](char32_t character) { return type(character); }) ||
             (!text.empty() && !pause())) {
