@@ -1,5 +1,6 @@
 """The panels of calls on Wayland: on the overlay layer of sway, and as notifications where nothing can float."""
 import shutil
+import subprocess
 import unittest
 
 import dbus
@@ -91,10 +92,20 @@ class LayerShellTest(WaylandPanelsTest):
         self.desk.run('grim', '-t', 'ppm', '-g', f'{x},{y} 1x1', str(picture))
         return tuple(picture.read_bytes()[-3:])
 
-    def is_shown(self):
+    def is_shown(self, left=910):
         """Red and green stand at the places of the buttons."""
-        red, green = self.pixel(910 + 262, 60), self.pixel(910 + 306, 60)
+        red, green = self.pixel(left + 262, 60), self.pixel(left + 306, 60)
         return red[0] > 180 and red[1] < 100 and green[1] > 120 and green[0] < 100
+
+    def is_sharp(self):
+        """At a scale of 2: not all blocks of four pixels round the buttons have one colour, as of a picture made larger."""
+        width, height = 100, 40
+        picture = self.desk.root / 'buttons.ppm'
+        self.desk.run('grim', '-t', 'ppm', '-g', f'{640 - 20 - 110},40 {width}x{height}', str(picture))
+        pixels, row = picture.read_bytes()[-(2 * width * 2 * height * 3):], 2 * width * 3
+        colour = lambda x, y: pixels[y * row + 3 * x:][:3]
+        return any(len({colour(x + right, y + down) for right in (0, 1) for down in (0, 1)}) > 1
+                   for y in range(0, 2 * height, 2) for x in range(0, 2 * width, 2))
 
     def command(self, kind, **members):
         """The program's own remote control is the pointer of this desktop."""
@@ -137,6 +148,27 @@ class LayerShellTest(WaylandPanelsTest):
         self.click(910 + 318, 60)
         self.assertEqual(self.phone.read_json(), {'action': 'hangup_call'})
         self.assertEqual(self.desk.focused()['pid'], other.pid)
+
+    def test_it_goes_along_when_the_scale_changes(self):
+        self.ring()
+        wait_until(self.is_shown, 'the panel')
+        self.desk.sway('output', 'HEADLESS-1', 'scale', '2')  # a desktop of 640 by 400
+        wait_until(lambda: self.is_shown(left=640 - 20 - 350), 'the panel in the corner')
+        wait_until(self.is_sharp, 'the panel drawn for that scale')
+        self.desk.sway('output', 'HEADLESS-1', 'scale', '1')
+        wait_until(self.is_shown, 'the panel in the corner as before')
+
+    def test_it_comes_back_on_another_monitor_when_its_own_is_gone(self):
+        self.desk.sway('create_output')
+        self.desk.sway('output', 'HEADLESS-2', 'resolution', '1280x800', 'position', '1280', '0')
+        self.desk.sway('focus', 'output', 'HEADLESS-2')
+        self.ring()
+        wait_until(lambda: self.is_shown(left=1280 + 910), 'the panel')
+        try:
+            self.desk.sway('output', 'HEADLESS-2', 'unplug')
+        except subprocess.CalledProcessError:
+            self.skipTest('sway before 1.8 unplugs no monitor')
+        wait_until(self.is_shown, 'the panel on the other monitor')
 
     def test_the_buttons_have_names_for_other_programs(self):
         self.ring()

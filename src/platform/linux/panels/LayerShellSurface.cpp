@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QScreen>
 #include <QTimer>
 
 #include <algorithm>
@@ -23,7 +24,11 @@ constexpr std::chrono::milliseconds pauseBeforeReturn{500};
 
 /// Of the sharpest screen: the compositor makes the picture smaller where it needs to.
 int largestScale() {
-    return std::clamp(static_cast<int>(std::ceil(qGuiApp->devicePixelRatio())), 1, 4);
+    double largest = 1;
+    for (const auto* screen : QGuiApplication::screens()) {
+        largest = std::max(largest, screen->devicePixelRatio());
+    }
+    return std::min(static_cast<int>(std::ceil(largest)), 4);
 }
 
 } // namespace
@@ -40,7 +45,8 @@ struct LayerShellSurface::Session {
     std::unique_ptr<wl_surface, WaylandDestroy<wl_surface_destroy>> surface;
     std::unique_ptr<zwlr_layer_surface_v1, WaylandDestroy<zwlr_layer_surface_v1_destroy>> layer;
     std::unique_ptr<PanelPointer> pointer;
-    int scale = 0; ///< 0 while nothing may be shown yet
+    bool isConfigured = false; ///< while pictures may be shown
+    int scale = 0;             ///< of the pictures; 0 before the first
 
     // The distances from the right and the top edge: those that the pointer's positions count from, those
     // that were asked for, and those that the user wants.
@@ -61,7 +67,20 @@ struct LayerShellSurface::Listeners {
     }
 };
 
-LayerShellSurface::LayerShellSurface() = default;
+LayerShellSurface::LayerShellSurface() {
+    // A screen of another scale has another size in device-independent pixels.
+    const auto follow = [this](QScreen* screen) {
+        connect(screen, &QScreen::geometryChanged, this, &LayerShellSurface::askForPicture,
+                Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this, follow](QScreen* screen) {
+        follow(screen);
+        askForPicture();
+    });
+}
 
 LayerShellSurface::~LayerShellSurface() = default;
 
@@ -120,19 +139,27 @@ void LayerShellSurface::makeSurface() {
 
 void LayerShellSurface::configured(std::uint32_t serial) {
     zwlr_layer_surface_v1_ack_configure(session_->layer.get(), serial);
-    if (session_->scale == 0) {
-        session_->scale = largestScale();
-        if (drawWanted) {
-            drawWanted(session_->scale);
-        }
-    }
+    session_->isConfigured = true;
+    askForPicture();
     session_->wayland.flush();
+}
+
+/// Once the compositor takes pictures, and when they have to be sharper or need not be as sharp.
+void LayerShellSurface::askForPicture() {
+    if (session_ == nullptr || !session_->isConfigured || session_->scale == largestScale()) {
+        return;
+    }
+    session_->scale = largestScale();
+    if (drawWanted) {
+        drawWanted(session_->scale);
+    }
 }
 
 /// The screen has gone; the panel goes on another one.
 void LayerShellSurface::closed() {
     session_->layer.reset();
     session_->surface.reset();
+    session_->isConfigured = false;
     session_->scale = 0;
     QTimer::singleShot(pauseBeforeReturn, &session_->wayland, [this] {
         session_->placed = session_->requested = session_->wanted = QPoint(panelMargin, panelMargin);
@@ -142,7 +169,7 @@ void LayerShellSurface::closed() {
 }
 
 void LayerShellSurface::present(const QImage& picture) {
-    if (session_ == nullptr || session_->scale == 0 || session_->wayland.connection().hasUnsent()) {
+    if (session_ == nullptr || !session_->isConfigured || session_->wayland.connection().hasUnsent()) {
         return;
     }
     auto* surface = session_->surface.get();
