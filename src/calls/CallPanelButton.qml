@@ -1,34 +1,28 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brenvale
 
 // A round button of a call panel. It is pressed by the pointer or by assistive technology: the panel never has the
-// keyboard.
-T.AbstractButton {
+// keyboard. Not one of the templates of the window's buttons: loading these would hold up the first call.
+Item {
     id: control
 
+    required property string text
     required property string symbol
     required property color fill
     property color color: Theme.white
     property string helpText
 
+    signal clicked
+
     implicitWidth: 32
     implicitHeight: 32
-    focusPolicy: Qt.NoFocus
 
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: control.clicked()
 
-    contentItem: Item {
-        Symbol {
-            anchors.centerIn: parent
-            name: control.symbol
-            size: 16
-            color: control.color
-        }
-    }
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: width / 2
         color: control.fill
         border.width: Theme.isHighContrast ? 1 : 0
@@ -37,9 +31,22 @@ T.AbstractButton {
         Rectangle {
             anchors.fill: parent
             radius: parent.radius
-            color: control.down ? Theme.withOpacity(Theme.black, 0.2)
-                 : control.hovered ? Theme.withOpacity(Theme.black, 0.1) : "transparent"
+            color: pointer.pressed && pointer.containsMouse ? Theme.withOpacity(Theme.black, 0.2)
+                 : pointer.containsMouse ? Theme.withOpacity(Theme.black, 0.1) : "transparent"
         }
+    }
+    Symbol {
+        anchors.centerIn: parent
+        name: control.symbol
+        size: 16
+        color: control.color
+    }
+    MouseArea {
+        id: pointer
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: control.clicked()
     }
 
     // The panel has no room for a tip of its own: it stands between the button and the edge.
@@ -59,10 +66,10 @@ T.AbstractButton {
         property bool hasRested: false
 
         interval: 600
-        running: control.hovered
+        running: pointer.containsMouse
         onTriggered: hasRested = true
         onRunningChanged: {
-            if (!control.hovered) {
+            if (!pointer.containsMouse) {
                 hasRested = false;
             }
         }

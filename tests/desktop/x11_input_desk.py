@@ -65,6 +65,8 @@ class Receiver:
 
     def takes_keyboard(self):
         """A window manager may keep the keyboard from a window that comes up after keys were pressed."""
+        if self.process.poll() is not None:
+            raise RuntimeError(f'the receiver has ended: {(self.desk.root / f"{self.kind}.log").read_text()}')
         run = lambda *words: self.desk.run('xdotool', *words, check=False).strip()
         if run('getactivewindow', 'getwindowname') == run('getwindowfocus', 'getwindowname') == 'receiver':
             return True
