@@ -80,6 +80,8 @@ LayerShellSurface::LayerShellSurface() {
         follow(screen);
         askForPicture();
     });
+    // Not every compositor tells a surface that its screen has gone: sway 1.10 does not.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LayerShellSurface::closed, Qt::QueuedConnection);
 }
 
 LayerShellSurface::~LayerShellSurface() = default;
@@ -155,8 +157,11 @@ void LayerShellSurface::askForPicture() {
     }
 }
 
-/// The screen has gone; the panel goes on another one.
+/// A screen has gone; the panel goes on another one.
 void LayerShellSurface::closed() {
+    if (session_ == nullptr || !session_->layer) {
+        return;
+    }
     session_->layer.reset();
     session_->surface.reset();
     session_->isConfigured = false;
