@@ -12,14 +12,11 @@ namespace brenvale {
 
 namespace {
 
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
 /// A tray of the old kind may tell the colours of its panel (_NET_SYSTEM_TRAY_COLORS of the System Tray
 /// Protocol): four of red, green and blue each, that of texts first.
 std::optional<QColor> colorOfOldTray(xcb_connection_t* connection) {
     const auto selection = x11Atom(connection, "_NET_SYSTEM_TRAY_S0");
-    const Owned<xcb_get_selection_owner_reply_t> tray(
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> tray(
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr),
         std::free);
     if (!tray || tray->owner == XCB_WINDOW_NONE) {
@@ -27,17 +24,11 @@ std::optional<QColor> colorOfOldTray(xcb_connection_t* connection) {
     }
     constexpr std::uint32_t components = 3;
     const auto property = x11Atom(connection, "_NET_SYSTEM_TRAY_COLORS");
-    const Owned<xcb_get_property_reply_t> colors(
-        xcb_get_property_reply(
-            connection,
-            xcb_get_property(connection, 0, tray->owner, property, XCB_ATOM_CARDINAL, 0, components),
-            nullptr),
-        std::free);
-    if (!colors || colors->format != 32 || colors->value_len < components) {
+    const auto values = x11Cardinals(connection, tray->owner, property, components);
+    if (values.size() < components) {
         return {};
     }
-    const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(colors.get()));
-    const auto component = [values](int number) {
+    const auto component = [&values](std::size_t number) {
         return static_cast<quint16>(values[number]);
     };
     return QColor::fromRgba64(component(0), component(1), component(2));

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <mutex>
+#include <span>
 
 namespace brenvale {
 
@@ -28,6 +29,20 @@ xcb_atom_t x11Atom(xcb_connection_t* connection, std::string_view name) {
     const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
         xcb_intern_atom_reply(connection, cookie, nullptr), std::free);
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::vector<std::uint32_t> x11Cardinals(xcb_connection_t* connection, xcb_window_t window,
+                                        xcb_atom_t property, std::uint32_t most) {
+    constexpr int wordSize = 32;
+    const auto cookie = xcb_get_property(connection, 0, window, property, XCB_ATOM_CARDINAL, 0, most);
+    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
+        xcb_get_property_reply(connection, cookie, nullptr), std::free);
+    if (!reply || reply->format != wordSize) {
+        return {};
+    }
+    const std::span numbers(static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
+                            reply->value_len);
+    return {numbers.begin(), numbers.end()};
 }
 
 } // namespace brenvale

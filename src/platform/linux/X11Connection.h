@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include <xcb/xproto.h>
 
@@ -16,5 +18,10 @@ namespace brenvale {
 
 /// The server's number for `name`; XCB_ATOM_NONE where the connection is broken.
 [[nodiscard]] xcb_atom_t x11Atom(xcb_connection_t* connection, std::string_view name);
+
+/// The numbers of a window's property of type CARDINAL, `most` at the most; none where it is not set. Waits
+/// for the server.
+[[nodiscard]] std::vector<std::uint32_t> x11Cardinals(xcb_connection_t* connection, xcb_window_t window,
+                                                      xcb_atom_t property, std::uint32_t most);
 
 } // namespace brenvale

@@ -1,11 +1,9 @@
 #include "platform/linux/input/X11SpareKeys.h"
 
 #include "platform/linux/X11Connection.h"
-#include "platform/linux/input/XcbReply.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <vector>
 
 #include <QRandomGenerator>
@@ -136,15 +134,7 @@ void X11SpareKeys::writeProperty(const std::map<quint32, quint8>& alsoLent) cons
 
 std::vector<quint32> X11SpareKeys::readProperty(xcb_window_t window) const {
     constexpr quint32 longest = headLength + (std::size_t{4} * 256);
-    const auto cookie =
-        xcb_get_property(display_.connection(), 0, window, atom_, XCB_ATOM_CARDINAL, 0, longest);
-    const auto reply = replyOf(xcb_get_property_reply, display_.connection(), cookie);
-    if (!reply || reply->format != wordSize) {
-        return {};
-    }
-    std::vector<quint32> words(reply->value_len);
-    std::memcpy(words.data(), xcb_get_property_value(reply.get()), words.size() * sizeof(quint32));
-    return words;
+    return x11Cardinals(display_.connection(), window, atom_, longest);
 }
 
 bool X11SpareKeys::isAlive(xcb_window_t owner, quint32 mark) const {

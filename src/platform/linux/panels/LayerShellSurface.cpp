@@ -45,8 +45,7 @@ struct LayerShellSurface::Session {
     std::unique_ptr<wl_surface, WaylandDestroy<wl_surface_destroy>> surface;
     std::unique_ptr<zwlr_layer_surface_v1, WaylandDestroy<zwlr_layer_surface_v1_destroy>> layer;
     std::unique_ptr<PanelPointer> pointer;
-    bool isConfigured = false; ///< while pictures may be shown
-    int scale = 0;             ///< of the pictures; 0 before the first
+    int scale = 0; ///< 0 while nothing may be shown yet
 
     // The distances from the right and the top edge: those that the pointer's positions count from, those
     // that were asked for, and those that the user wants.
@@ -70,7 +69,7 @@ struct LayerShellSurface::Listeners {
 LayerShellSurface::LayerShellSurface() {
     // A screen of another scale has another size in device-independent pixels.
     const auto follow = [this](QScreen* screen) {
-        connect(screen, &QScreen::geometryChanged, this, &LayerShellSurface::askForPicture,
+        connect(screen, &QScreen::geometryChanged, this, &LayerShellSurface::screensChanged,
                 Qt::QueuedConnection);
     };
     for (auto* screen : QGuiApplication::screens()) {
@@ -78,7 +77,7 @@ LayerShellSurface::LayerShellSurface() {
     }
     connect(qGuiApp, &QGuiApplication::screenAdded, this, [this, follow](QScreen* screen) {
         follow(screen);
-        askForPicture();
+        screensChanged();
     });
     // Not every compositor tells a surface that its screen has gone: sway 1.10 does not.
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LayerShellSurface::closed, Qt::QueuedConnection);
@@ -141,19 +140,24 @@ void LayerShellSurface::makeSurface() {
 
 void LayerShellSurface::configured(std::uint32_t serial) {
     zwlr_layer_surface_v1_ack_configure(session_->layer.get(), serial);
-    session_->isConfigured = true;
     askForPicture();
     session_->wayland.flush();
 }
 
-/// Once the compositor takes pictures, and when they have to be sharper or need not be as sharp.
-void LayerShellSurface::askForPicture() {
-    if (session_ == nullptr || !session_->isConfigured || session_->scale == largestScale()) {
-        return;
+void LayerShellSurface::screensChanged() {
+    if (session_ != nullptr && session_->scale != 0) {
+        askForPicture();
     }
-    session_->scale = largestScale();
-    if (drawWanted) {
-        drawWanted(session_->scale);
+}
+
+/// Where the last one is too blurred by now, or sharper than needed.
+void LayerShellSurface::askForPicture() {
+    const auto scale = largestScale();
+    if (scale != session_->scale) {
+        session_->scale = scale;
+        if (drawWanted) {
+            drawWanted(scale);
+        }
     }
 }
 
@@ -164,7 +168,6 @@ void LayerShellSurface::closed() {
     }
     session_->layer.reset();
     session_->surface.reset();
-    session_->isConfigured = false;
     session_->scale = 0;
     QTimer::singleShot(pauseBeforeReturn, &session_->wayland, [this] {
         session_->placed = session_->requested = session_->wanted = QPoint(panelMargin, panelMargin);
@@ -174,7 +177,7 @@ void LayerShellSurface::closed() {
 }
 
 void LayerShellSurface::present(const QImage& picture) {
-    if (session_ == nullptr || !session_->isConfigured || session_->wayland.connection().hasUnsent()) {
+    if (session_ == nullptr || session_->scale == 0 || session_->wayland.connection().hasUnsent()) {
         return;
     }
     auto* surface = session_->surface.get();

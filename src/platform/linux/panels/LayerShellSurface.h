@@ -30,6 +30,7 @@ private:
     void bindServices();
     void makeSurface();
     void configured(std::uint32_t serial);
+    void screensChanged();
     void askForPicture();
     void closed();
     void place();

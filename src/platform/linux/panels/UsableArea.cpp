@@ -4,9 +4,6 @@
 
 #include <QScreen>
 
-#include <cstdlib>
-#include <memory>
-#include <span>
 #include <string>
 
 #include <xcb/xcb.h>
@@ -19,15 +16,7 @@ namespace {
 QList<int> rootNumbers(xcb_connection_t* connection, const std::string& property) {
     constexpr std::uint32_t most = 1024;
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const auto cookie =
-        xcb_get_property(connection, 0, root, x11Atom(connection, property), XCB_ATOM_CARDINAL, 0, most);
-    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-        xcb_get_property_reply(connection, cookie, nullptr), std::free);
-    if (!reply || reply->format != 32) {
-        return {};
-    }
-    const std::span numbers(static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
-                            reply->value_len);
+    const auto numbers = x11Cardinals(connection, root, x11Atom(connection, property), most);
     return {numbers.begin(), numbers.end()};
 }
 
